@@ -1,0 +1,528 @@
+// The handle-based interface of the parameter-file library.
+
+#include "platform/tsf.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+
+#include "platform/TsfInternal.h"
+
+namespace tsf {
+
+namespace {
+
+struct GlobalError {
+  int status = TSF_OK;
+  std::string message;
+};
+
+GlobalError& ThreadError() {
+  thread_local GlobalError error;
+  return error;
+}
+
+void ResetError() {
+  ThreadError() = GlobalError();
+}
+
+// Handles arrive as void*; the kind tag tells what they point to.  The tag is
+// the first member of every node, so reading it through Node is valid for
+// any node type.
+Node* AsNode(void* handle) { return static_cast<Node*>(handle); }
+void* ToHandle(Node* node) { return node; }
+
+File* AsFile(void* handle, const char* call) {
+  Node* n = AsNode(handle);
+  if (!n || n->kind != Kind::File) {
+    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a file handle");
+    return nullptr;
+  }
+  return static_cast<File*>(n);
+}
+
+// A section handle, or a file standing for its root (the list of targets).
+Section* AsSection(void* handle, const char* call) {
+  Node* n = AsNode(handle);
+  if (n && n->kind == Kind::Section) return static_cast<Section*>(n);
+  if (n && n->kind == Kind::File) return &static_cast<File*>(n)->root;
+  SetError(TSF_ERR_HANDLE, std::string(call) + ": not a file, target or section handle");
+  return nullptr;
+}
+
+Keyword* AsKeyword(void* handle, const char* call) {
+  Node* n = AsNode(handle);
+  if (!n || n->kind != Kind::Keyword) {
+    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a keyword handle");
+    return nullptr;
+  }
+  return static_cast<Keyword*>(n);
+}
+
+Param* AsParam(void* handle, const char* call) {
+  Node* n = AsNode(handle);
+  if (!n || n->kind != Kind::Param) {
+    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a parameter handle");
+    return nullptr;
+  }
+  return static_cast<Param*>(n);
+}
+
+// Where a section or keyword lives, for messages: "path:line: " or "path: ".
+std::string Describe(const Section& s) { return s.depth == 0 ? "the file" : "section '" + s.name + "'"; }
+
+const char* TypeName(ETsfParamType t) {
+  switch (t) {
+    case TSF_PARAM_TEXT: return "a text";
+    case TSF_PARAM_WORD: return "a word";
+    case TSF_PARAM_INT: return "an integer";
+    case TSF_PARAM_DOUBLE: return "a floating number";
+    default: return "nothing";
+  }
+}
+
+int TypeError(const Param& p, const char* wanted) {
+  return SetError(TSF_ERR_TYPE, Where(&p) + "parameter '" + p.text + "' is " + TypeName(p.type) +
+                                    ", not " + wanted);
+}
+
+void* Load(File* file, const char* data, std::size_t size) {
+  std::string message;
+  int status = Parse(data, size, *file, message);
+  if (status != TSF_OK) {
+    delete file;
+    SetError(status, message);
+    return nullptr;
+  }
+  return ToHandle(file);
+}
+
+// The innermost open section of the file a building call was handed.
+Section* OpenSection(void* handle, const char* call) {
+  Node* n = AsNode(handle);
+  if (!n || n->kind == Kind::Param || n->kind == Kind::Keyword) {
+    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a file, target or section handle");
+    return nullptr;
+  }
+  File* f = n->file;
+  if (f->open.empty()) {
+    SetError(TSF_ERR_STATE, Where(f->path, 0) + call + ": no open section (call tsfAddTarget first)");
+    return nullptr;
+  }
+  return f->open.back();
+}
+
+Keyword* NewKeyword(void* handle, const char* keyword, const char* call) {
+  Section* s = OpenSection(handle, call);
+  if (!s) return nullptr;
+  if (!IsValidName(keyword)) {
+    SetError(TSF_ERR_BAD_NAME, Where(s->file->path, 0) + call + ": '" + (keyword ? keyword : "") +
+                                   "' is not a valid keyword name");
+    return nullptr;
+  }
+  return s->AddKeyword(keyword, 0);
+}
+
+int AddParam(Keyword* k, ETsfParamType type, std::string text, long long integer, double real) {
+  auto p = std::make_unique<Param>(k->file, 0);
+  p->type = type;
+  p->text = std::move(text);
+  p->integer = integer;
+  p->real = real;
+  k->params.push_back(std::move(p));
+  return TSF_OK;
+}
+
+// A text is written on one line between quotes, so it cannot hold a line
+// break; NUL would cut it short when read back.
+bool IsWritableText(const std::string& text) { return text.find_first_of(std::string("\n\r\0", 3)) == std::string::npos; }
+
+int BadTextError(const File* f, const char* keyword) {
+  return SetError(TSF_ERR_BAD_VALUE, Where(f->path, 0) + "text for '" + (keyword ? keyword : "") +
+                                         "' holds a line break or NUL byte");
+}
+
+int AddInt(Keyword* k, int value) {
+  return AddParam(k, TSF_PARAM_INT, std::to_string(value), value, static_cast<double>(value));
+}
+
+int AddDouble(Keyword* k, double value) { return AddParam(k, TSF_PARAM_DOUBLE, FormatDouble(value), 0, value); }
+
+}  // namespace
+
+int SetError(int status, const std::string& message) {
+  GlobalError& e = ThreadError();
+  e.status = status;
+  e.message = message;
+  return status;
+}
+
+std::string Where(const std::string& path, int line) {
+  return line > 0 ? path + ":" + std::to_string(line) + ": " : path + ": ";
+}
+
+std::string Where(const Node* node) { return Where(node->file->path, node->line); }
+
+}  // namespace tsf
+
+using namespace tsf;
+
+// --- files -----------------------------------------------------------------
+
+void* tsfLoadFile(const char* path, int resetError) {
+  if (resetError) ResetError();
+  if (!path || !*path) {
+    SetError(TSF_ERR_NO_FILE, "tsfLoadFile: no path given");
+    return nullptr;
+  }
+  // O_NONBLOCK keeps a FIFO without writer from blocking the open; anything
+  // but a regular file is refused before it is read.
+  int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) {
+    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "cannot open: " + std::strerror(errno));
+    return nullptr;
+  }
+  struct stat st;
+  if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+    ::close(fd);
+    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "not a regular file");
+    return nullptr;
+  }
+  if (static_cast<unsigned long long>(st.st_size) > kTsfMaxFileSize) {
+    ::close(fd);
+    SetError(TSF_ERR_TOO_LARGE, Where(path, 0) + "file is larger than 100 MiB");
+    return nullptr;
+  }
+  std::string data(static_cast<std::size_t>(st.st_size), '\0');
+  std::size_t got = 0;
+  while (got < data.size()) {
+    ssize_t n = ::read(fd, &data[got], data.size() - got);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) break;  // the file shrank while being read: take what is there
+    got += static_cast<std::size_t>(n);
+  }
+  ::close(fd);
+  data.resize(got);
+  return Load(new File(path), data.data(), data.size());
+}
+
+void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError) {
+  if (resetError) ResetError();
+  if (!data && size > 0) {
+    SetError(TSF_ERR_NO_FILE, "tsfLoadBuffer: no data given");
+    return nullptr;
+  }
+  return Load(new File(name ? name : "<buffer>"), data ? data : "", size);
+}
+
+void* tsfCreate(const char* path) {
+  if (!path || !*path) {
+    SetError(TSF_ERR_NO_FILE, "tsfCreate: no path given");
+    return nullptr;
+  }
+  return ToHandle(new File(path));
+}
+
+int tsfWrite(void* handle, const char* path) {
+  File* f = AsFile(handle, "tsfWrite");
+  if (!f) return TSF_ERR_HANDLE;
+  const std::string target = (path && *path) ? path : f->path;
+  std::string message;
+  f->status = WriteAtomically(target, Serialize(*f), message);
+  if (f->status != TSF_OK) SetError(f->status, message);
+  return f->status;
+}
+
+int tsfClose(void** handle) {
+  if (!handle) return SetError(TSF_ERR_HANDLE, "tsfClose: no handle given");
+  File* f = AsFile(*handle, "tsfClose");
+  if (!f) return TSF_ERR_HANDLE;
+  int status = f->status;
+  delete f;
+  *handle = nullptr;
+  return status;
+}
+
+// --- errors ----------------------------------------------------------------
+
+int tsfGetErrorGlb() {
+  int status = ThreadError().status;
+  ThreadError().status = TSF_OK;
+  return status;
+}
+
+int tsfPeekErrorGlb() { return ThreadError().status; }
+
+const char* tsfGetErrorMessageGlb() { return ThreadError().message.c_str(); }
+
+// --- navigation ------------------------------------------------------------
+
+void* tsfTargetByNameNum(void* file, const char* name, int occurrence) {
+  File* f = AsFile(file, "tsfTargetByNameNum");
+  return f ? tsfSectionByNameNum(&f->root, name, occurrence) : nullptr;
+}
+
+void* tsfTargetByNum(void* file, int number) {
+  File* f = AsFile(file, "tsfTargetByNum");
+  return f ? tsfSectionByNum(&f->root, number) : nullptr;
+}
+
+int tsfGetNoTargets(void* file) {
+  File* f = AsFile(file, "tsfGetNoTargets");
+  return f ? static_cast<int>(f->root.sections.size()) : 0;
+}
+
+void* tsfSectionByNameNum(void* parent, const char* name, int occurrence) {
+  Section* s = AsSection(parent, "tsfSectionByNameNum");
+  if (!s) return nullptr;
+  Section* found = name ? s->sectionIndex.Find(s->sections, name, occurrence) : nullptr;
+  if (!found)
+    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no section '" + (name ? name : "") + "' number " +
+                                    std::to_string(occurrence) + " in " + Describe(*s));
+  return ToHandle(found);
+}
+
+void* tsfSectionByNum(void* parent, int number) {
+  Section* s = AsSection(parent, "tsfSectionByNum");
+  if (!s) return nullptr;
+  if (number < 1 || static_cast<std::size_t>(number) > s->sections.size()) {
+    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no section number " + std::to_string(number) + " in " + Describe(*s));
+    return nullptr;
+  }
+  return ToHandle(s->sections[number - 1].get());
+}
+
+int tsfGetNoSections(void* parent) {
+  Section* s = AsSection(parent, "tsfGetNoSections");
+  return s ? static_cast<int>(s->sections.size()) : 0;
+}
+
+int tsfGetNoInstances(void* section) {
+  Node* n = AsNode(section);
+  if (!n || n->kind != Kind::Section) {
+    SetError(TSF_ERR_HANDLE, "tsfGetNoInstances: not a target or section handle");
+    return 0;
+  }
+  Section* s = static_cast<Section*>(n);
+  return s->parent->sectionIndex.Count(s->parent->sections, s->name);
+}
+
+const char* tsfGetName(void* handle) {
+  Node* n = AsNode(handle);
+  if (n && n->kind == Kind::Section) return static_cast<Section*>(n)->name.c_str();
+  if (n && n->kind == Kind::Keyword) return static_cast<Keyword*>(n)->name.c_str();
+  if (n && n->kind == Kind::File) return static_cast<File*>(n)->path.c_str();
+  SetError(TSF_ERR_HANDLE, "tsfGetName: not a file, section or keyword handle");
+  return "";
+}
+
+int tsfGetLine(void* handle) {
+  Node* n = AsNode(handle);
+  if (!n) {
+    SetError(TSF_ERR_HANDLE, "tsfGetLine: no handle given");
+    return 0;
+  }
+  return n->line;
+}
+
+void* tsfKeywordByNameNum(void* section, const char* name, int occurrence) {
+  Section* s = AsSection(section, "tsfKeywordByNameNum");
+  if (!s) return nullptr;
+  Keyword* found = name ? s->keywordIndex.Find(s->keywords, name, occurrence) : nullptr;
+  if (!found)
+    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no keyword '" + (name ? name : "") + "' number " +
+                                    std::to_string(occurrence) + " in " + Describe(*s));
+  return ToHandle(found);
+}
+
+void* tsfKeywordByNum(void* section, int number) {
+  Section* s = AsSection(section, "tsfKeywordByNum");
+  if (!s) return nullptr;
+  if (number < 1 || static_cast<std::size_t>(number) > s->keywords.size()) {
+    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no keyword number " + std::to_string(number) + " in " + Describe(*s));
+    return nullptr;
+  }
+  return ToHandle(s->keywords[number - 1].get());
+}
+
+int tsfGetNoKeywords(void* section) {
+  Section* s = AsSection(section, "tsfGetNoKeywords");
+  return s ? static_cast<int>(s->keywords.size()) : 0;
+}
+
+int tsfGetNoParams(void* keyword) {
+  Keyword* k = AsKeyword(keyword, "tsfGetNoParams");
+  return k ? static_cast<int>(k->params.size()) : 0;
+}
+
+void* tsfParamByNum(void* keyword, int number) {
+  Keyword* k = AsKeyword(keyword, "tsfParamByNum");
+  if (!k) return nullptr;
+  if (number < 1 || static_cast<std::size_t>(number) > k->params.size()) {
+    SetError(TSF_ERR_NOT_FOUND, Where(k) + "keyword '" + k->name + "' has no parameter " + std::to_string(number));
+    return nullptr;
+  }
+  return ToHandle(k->params[number - 1].get());
+}
+
+// --- reading parameters ----------------------------------------------------
+
+int tsfGetParamType(void* param) {
+  Param* p = AsParam(param, "tsfGetParamType");
+  return p ? p->type : TSF_PARAM_NONE;
+}
+
+const char* tsfGetText(void* param) {
+  Param* p = AsParam(param, "tsfGetText");
+  return p ? p->text.c_str() : "";
+}
+
+int tsfGetInt(void* param) {
+  Param* p = AsParam(param, "tsfGetInt");
+  if (!p) return 0;
+  if (p->type != TSF_PARAM_INT || p->integer < INT_MIN || p->integer > INT_MAX) {
+    TypeError(*p, "an integer within the range of int");
+    return 0;
+  }
+  return static_cast<int>(p->integer);
+}
+
+double tsfGetDouble(void* param) {
+  Param* p = AsParam(param, "tsfGetDouble");
+  if (!p) return 0.0;
+  if (p->type != TSF_PARAM_DOUBLE && p->type != TSF_PARAM_INT) {
+    TypeError(*p, "a number");
+    return 0.0;
+  }
+  return p->real;
+}
+
+namespace {
+
+Param* FindParam(void* section, const char* keyword, int number) {
+  void* k = tsfKeywordByNameNum(section, keyword, 1);
+  void* p = k ? tsfParamByNum(k, number) : nullptr;
+  return p ? static_cast<Param*>(AsNode(p)) : nullptr;
+}
+
+}  // namespace
+
+int tsfGetParam(void* section, const char* keyword, std::string& text, int number) {
+  Param* p = FindParam(section, keyword, number);
+  if (!p) return tsfPeekErrorGlb();
+  text = p->text;
+  return TSF_OK;
+}
+
+int tsfGetParam(void* section, const char* keyword, double& value, int number) {
+  Param* p = FindParam(section, keyword, number);
+  if (!p) return tsfPeekErrorGlb();
+  if (p->type != TSF_PARAM_DOUBLE && p->type != TSF_PARAM_INT) return TypeError(*p, "a number");
+  value = p->real;
+  return TSF_OK;
+}
+
+int tsfGetParam(void* section, const char* keyword, int& value, int number) {
+  Param* p = FindParam(section, keyword, number);
+  if (!p) return tsfPeekErrorGlb();
+  if (p->type != TSF_PARAM_INT || p->integer < INT_MIN || p->integer > INT_MAX)
+    return TypeError(*p, "an integer within the range of int");
+  value = static_cast<int>(p->integer);
+  return TSF_OK;
+}
+
+// --- building --------------------------------------------------------------
+
+void* tsfAddTarget(void* file, const char* name) {
+  File* f = AsFile(file, "tsfAddTarget");
+  if (!f) return nullptr;
+  if (!IsValidName(name)) {
+    SetError(TSF_ERR_BAD_NAME, Where(f->path, 0) + "'" + (name ? name : "") + "' is not a valid target name");
+    return nullptr;
+  }
+  f->open.assign(1, f->root.AddSection(name, 0));
+  return ToHandle(f->open.back());
+}
+
+void* tsfAddSection(void* handle, const char* name) {
+  Section* s = OpenSection(handle, "tsfAddSection");
+  if (!s) return nullptr;
+  if (!IsValidName(name)) {
+    SetError(TSF_ERR_BAD_NAME, Where(s->file->path, 0) + "'" + (name ? name : "") + "' is not a valid section name");
+    return nullptr;
+  }
+  if (s->depth >= kTsfMaxDepth) {
+    SetError(TSF_ERR_TOO_DEEP, Where(s->file->path, 0) + "sections nested deeper than " +
+                                   std::to_string(kTsfMaxDepth) + " levels");
+    return nullptr;
+  }
+  s->file->open.push_back(s->AddSection(name, 0));
+  return ToHandle(s->file->open.back());
+}
+
+int tsfEndSection(void* handle) {
+  Section* s = OpenSection(handle, "tsfEndSection");
+  if (!s) return tsfPeekErrorGlb();
+  s->file->open.pop_back();
+  return TSF_OK;
+}
+
+int tsfPutParam(void* handle, const char* keyword, const char* text) {
+  return tsfPutParam(handle, keyword, std::string(text ? text : ""));
+}
+
+int tsfPutParam(void* handle, const char* keyword, const std::string& text) {
+  if (!IsWritableText(text)) {
+    Node* n = AsNode(handle);
+    return n ? BadTextError(n->file, keyword) : SetError(TSF_ERR_HANDLE, "tsfPutParam: no handle given");
+  }
+  Keyword* k = NewKeyword(handle, keyword, "tsfPutParam");
+  return k ? AddParam(k, TSF_PARAM_TEXT, text, 0, 0.0) : tsfPeekErrorGlb();
+}
+
+int tsfPutParam(void* handle, const char* keyword, int value) {
+  Keyword* k = NewKeyword(handle, keyword, "tsfPutParam");
+  return k ? AddInt(k, value) : tsfPeekErrorGlb();
+}
+
+int tsfPutParam(void* handle, const char* keyword, double value) {
+  Keyword* k = NewKeyword(handle, keyword, "tsfPutParam");
+  return k ? AddDouble(k, value) : tsfPeekErrorGlb();
+}
+
+void* tsfAddKeyword(void* handle, const char* keyword) {
+  return ToHandle(NewKeyword(handle, keyword, "tsfAddKeyword"));
+}
+
+int tsfAddParam(void* keyword, const char* text) {
+  return tsfAddParam(keyword, std::string(text ? text : ""));
+}
+
+int tsfAddParam(void* keyword, const std::string& text) {
+  Keyword* k = AsKeyword(keyword, "tsfAddParam");
+  if (!k) return TSF_ERR_HANDLE;
+  if (!IsWritableText(text)) return BadTextError(k->file, k->name.c_str());
+  return AddParam(k, TSF_PARAM_TEXT, text, 0, 0.0);
+}
+
+int tsfAddParam(void* keyword, int value) {
+  Keyword* k = AsKeyword(keyword, "tsfAddParam");
+  return k ? AddInt(k, value) : TSF_ERR_HANDLE;
+}
+
+int tsfAddParam(void* keyword, double value) {
+  Keyword* k = AsKeyword(keyword, "tsfAddParam");
+  return k ? AddDouble(k, value) : TSF_ERR_HANDLE;
+}
+
+int tsfAddWord(void* keyword, const char* word) {
+  Keyword* k = AsKeyword(keyword, "tsfAddWord");
+  if (!k) return TSF_ERR_HANDLE;
+  if (!IsValidName(word))
+    return SetError(TSF_ERR_BAD_VALUE, Where(k->file->path, 0) + "'" + (word ? word : "") + "' is not a bare word");
+  return AddParam(k, TSF_PARAM_WORD, word, 0, 0.0);
+}

@@ -1,0 +1,168 @@
+#pragma once
+
+// The parameter-file library: reads and writes sectioned parameter files
+// (".tsf"), the format of the library's catalogues.
+//
+//   // a comment runs from two slashes to the end of the line
+//   [ELLIPSOID_DEFINITION]                 // a top-level section is a target
+//      [REF_ELLIPSOID]                     // sections nest; names may repeat
+//         Ellipsoid_Name = 'WGS 1984'      // keyword = parameter, parameter, ...
+//         Central_Meridian_dms = 9, 30, 0.5
+//      EndSect  // REF_ELLIPSOID
+//   EndSect  // ELLIPSOID_DEFINITION
+//
+// Names are letters, digits and '_', not starting with a digit.  A parameter
+// is a text in single quotes (a quote inside is doubled), an integer, a
+// floating number (always read and written with a full stop), or a bare word.
+// LF and CRLF line ends are both read.  Files over 100 MiB and sections nested
+// deeper than 64 levels are refused.
+//
+// Handles are untyped pointers into one loaded or created file: the file
+// itself, a target or section, a keyword, a parameter.  They stay valid until
+// the file is closed.  Passing a handle of the wrong kind is detected and
+// reported (TSF_ERR_HANDLE); passing a dangling pointer is not.
+// Occurrence and index numbers are 1-based.
+//
+// Errors: every failing call records its status and a message in a global
+// error that is kept per thread.  tsfGetErrorGlb() returns the status and
+// clears it, tsfPeekErrorGlb() only returns it, tsfGetErrorMessageGlb() gives
+// "path:line: what is wrong" for people.  A file object also keeps the status
+// of its load and of its last write, which tsfClose() returns.
+
+#include <cstddef>
+#include <string>
+
+#include "platform/KvCartExport.h"
+
+enum ETsfStatus : int {
+  TSF_OK = 0,
+  TSF_ERR_NO_FILE = 1,     // the file is missing, unreadable or not a regular file
+  TSF_ERR_SYNTAX = 2,      // the text does not follow the format
+  TSF_ERR_TYPE = 3,        // the parameter does not hold the requested type
+  TSF_ERR_WRITE = 4,       // the file could not be written
+  TSF_ERR_NOT_FOUND = 5,   // no target, section, keyword or parameter of that name or number
+  TSF_ERR_HANDLE = 6,      // a null handle, or a handle of the wrong kind
+  TSF_ERR_TOO_LARGE = 7,   // the file is over 100 MiB
+  TSF_ERR_TOO_DEEP = 8,    // sections nested deeper than 64 levels
+  TSF_ERR_BAD_NAME = 9,    // a name that is not letters, digits and '_'
+  TSF_ERR_BAD_VALUE = 10,  // a text that cannot be written (line break or NUL byte)
+  TSF_ERR_STATE = 11,      // a write call with no open section, or EndSection with none open
+};
+
+// What a parameter holds.
+enum ETsfParamType : int {
+  TSF_PARAM_NONE = 0,  // only returned for a bad handle
+  TSF_PARAM_TEXT = 1,  // 'quoted text'
+  TSF_PARAM_WORD = 2,  // a bare word, kept as text
+  TSF_PARAM_INT = 3,   // an integer literal that fits in 64 bits
+  TSF_PARAM_DOUBLE = 4,
+};
+
+constexpr std::size_t kTsfMaxFileSize = 100u * 1024u * 1024u;
+constexpr int kTsfMaxDepth = 64;
+
+// --- files -----------------------------------------------------------------
+
+// Loads a file.  With resetError non-zero the calling thread's global error is
+// cleared first, so that a later tsfPeekErrorGlb() reports only this load.
+// Returns null (and sets the global error) when the file is missing, too
+// large, too deep or has a syntax error.
+KVCART_API void* tsfLoadFile(const char* path, int resetError);
+
+// Loads from memory; `name` stands for the path in messages.
+KVCART_API void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError);
+
+// Creates an empty file object to be filled with tsfAddTarget and friends and
+// written with tsfWrite.  Nothing touches the disk before tsfWrite.
+KVCART_API void* tsfCreate(const char* path);
+
+// Writes the whole file to `path` (null or empty: the path it was loaded from
+// or created for).  The target is replaced atomically: the text goes to a
+// temporary file in the same folder, is flushed to disk and then renamed over
+// the target, so a failure leaves any previous file untouched.
+KVCART_API int tsfWrite(void* file, const char* path);
+
+// Frees the file and sets *file to null.  Returns the file's status: that of
+// its last write, else TSF_OK.
+KVCART_API int tsfClose(void** file);
+
+// --- errors ----------------------------------------------------------------
+
+KVCART_API int tsfGetErrorGlb();
+KVCART_API int tsfPeekErrorGlb();
+// The message of the latest error recorded in this thread ("" when none since
+// the last reset); it outlives tsfGetErrorGlb() so it can be read afterwards.
+KVCART_API const char* tsfGetErrorMessageGlb();
+
+// --- navigation ------------------------------------------------------------
+
+// Targets are the top-level sections of a file.
+KVCART_API void* tsfTargetByNameNum(void* file, const char* name, int occurrence);
+KVCART_API void* tsfTargetByNum(void* file, int number);
+KVCART_API int tsfGetNoTargets(void* file);
+
+// `parent` is a target or section (or the file, standing for its targets).
+KVCART_API void* tsfSectionByNameNum(void* parent, const char* name, int occurrence);
+KVCART_API void* tsfSectionByNum(void* parent, int number);
+KVCART_API int tsfGetNoSections(void* parent);
+// How many sections with this section's name its parent holds.
+KVCART_API int tsfGetNoInstances(void* section);
+
+// The name of a target, section or keyword; the path of a file.
+KVCART_API const char* tsfGetName(void* handle);
+// The line a target, section, keyword or parameter was read from (0 when it
+// was created in memory).
+KVCART_API int tsfGetLine(void* handle);
+
+KVCART_API void* tsfKeywordByNameNum(void* section, const char* name, int occurrence);
+KVCART_API void* tsfKeywordByNum(void* section, int number);
+KVCART_API int tsfGetNoKeywords(void* section);
+
+KVCART_API int tsfGetNoParams(void* keyword);
+KVCART_API void* tsfParamByNum(void* keyword, int number);
+
+// --- reading parameters ----------------------------------------------------
+
+KVCART_API int tsfGetParamType(void* param);
+// The text of a quoted text or bare word; for a number, its literal as
+// written.  Never null: a bad handle gives "".
+KVCART_API const char* tsfGetText(void* param);
+// An integer parameter within the range of int; anything else returns 0 and
+// sets TSF_ERR_TYPE.
+KVCART_API int tsfGetInt(void* param);
+// A floating or integer parameter; anything else returns 0 and sets TSF_ERR_TYPE.
+KVCART_API double tsfGetDouble(void* param);
+
+// Parameter `number` of the first keyword `keyword` of `section`, in one call.
+// On failure the output is left untouched and the status is returned.
+KVCART_API int tsfGetParam(void* section, const char* keyword, std::string& text, int number = 1);
+KVCART_API int tsfGetParam(void* section, const char* keyword, double& value, int number = 1);
+KVCART_API int tsfGetParam(void* section, const char* keyword, int& value, int number = 1);
+
+// --- building --------------------------------------------------------------
+//
+// A file object being written keeps a stack of open sections.  tsfAddTarget
+// starts a new target and makes it the only open section; tsfAddSection opens
+// a section inside the innermost open one; tsfEndSection closes it.  The
+// other calls add to the innermost open section.  Any handle of the file
+// (the file itself, a target, a section) may be passed.
+
+KVCART_API void* tsfAddTarget(void* file, const char* name);
+KVCART_API void* tsfAddSection(void* handle, const char* name);
+KVCART_API int tsfEndSection(void* handle);
+
+// Adds the line `keyword = value`.
+KVCART_API int tsfPutParam(void* handle, const char* keyword, const char* text);
+KVCART_API int tsfPutParam(void* handle, const char* keyword, const std::string& text);
+KVCART_API int tsfPutParam(void* handle, const char* keyword, int value);
+KVCART_API int tsfPutParam(void* handle, const char* keyword, double value);
+
+// Adds a keyword line with no parameters, to be filled with tsfAddParam (for
+// lines with several values such as `Central_Meridian_dms = 9, 30, 0.5`).
+KVCART_API void* tsfAddKeyword(void* handle, const char* keyword);
+KVCART_API int tsfAddParam(void* keyword, const char* text);
+KVCART_API int tsfAddParam(void* keyword, const std::string& text);
+KVCART_API int tsfAddParam(void* keyword, int value);
+KVCART_API int tsfAddParam(void* keyword, double value);
+// Adds a bare word (letters, digits and '_' only).
+KVCART_API int tsfAddWord(void* keyword, const char* word);
