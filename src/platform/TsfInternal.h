@@ -4,7 +4,8 @@
 // parameter-file library; not installed.
 
 #include <cstdint>
-#include <memory>
+#include <memory_resource>
+#include <string_view>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -17,25 +18,29 @@ enum class Kind : std::uint32_t { File = 0x7466f001, Section, Keyword, Param };
 
 struct File;
 
+// Every node of a file lives in that file's arena and is released with it in
+// one go; node destructors never run, so nodes hold nothing but arena memory.
 struct Node {
-  explicit Node(Kind k, File* f, int l) : kind(k), file(f), line(l) {}
+  Node(Kind k, File* f, int l) : kind(k), file(f), line(l) {}
   Kind kind;
   File* file;
   int line;  // 1-based source line; 0 when built in memory
 };
 
+using Text = std::pmr::string;
+
 struct Param : Node {
-  Param(File* f, int l) : Node(Kind::Param, f, l) {}
+  Param(File* f, int l);
   ETsfParamType type = TSF_PARAM_WORD;
-  std::string text;  // the text, the word, or a number's literal as written
+  Text text;  // the text, the word, or a number's literal as written
   long long integer = 0;
   double real = 0.0;
 };
 
 struct Keyword : Node {
-  Keyword(File* f, int l, std::string n) : Node(Kind::Keyword, f, l), name(std::move(n)) {}
-  std::string name;
-  std::vector<std::unique_ptr<Param>> params;
+  Keyword(File* f, int l, std::string_view n);
+  Text name;
+  std::pmr::vector<Param*> params;
 };
 
 // Children indexed by name on first look-up once a section holds many of
@@ -43,41 +48,48 @@ struct Keyword : Node {
 template <typename T>
 class NameIndex {
  public:
-  T* Find(const std::vector<std::unique_ptr<T>>& items, const std::string& name, int occurrence) const;
-  int Count(const std::vector<std::unique_ptr<T>>& items, const std::string& name) const;
+  explicit NameIndex(std::pmr::memory_resource* arena) : m_map(arena) {}
+  T* Find(const std::pmr::vector<T*>& items, std::string_view name, int occurrence) const;
+  int Count(const std::pmr::vector<T*>& items, std::string_view name) const;
   // Keeps a built index current as children are appended.
   void Added(T* item) {
     if (m_built) m_map[item->name].push_back(item);
   }
 
  private:
-  void Build(const std::vector<std::unique_ptr<T>>& items) const;
+  void Build(const std::pmr::vector<T*>& items) const;
   mutable bool m_built = false;
-  mutable std::unordered_map<std::string, std::vector<T*>> m_map;
+  mutable std::pmr::unordered_map<Text, std::pmr::vector<T*>> m_map;
 };
 
 struct Section : Node {
-  Section(File* f, int l, std::string n, Section* p, int d)
-      : Node(Kind::Section, f, l), name(std::move(n)), parent(p), depth(d) {}
-  std::string name;
+  Section(File* f, int l, std::string_view n, Section* p, int d);
+  Text name;
   Section* parent;  // null for the file's root
   int depth;        // 0 for the root, 1 for a target
-  std::vector<std::unique_ptr<Section>> sections;
-  std::vector<std::unique_ptr<Keyword>> keywords;
-  std::vector<Node*> order;  // sections and keywords in file order, for writing
+  std::pmr::vector<Section*> sections;
+  std::pmr::vector<Keyword*> keywords;
+  std::pmr::vector<Node*> order;  // sections and keywords in file order, for writing
   NameIndex<Section> sectionIndex;
   NameIndex<Keyword> keywordIndex;
 
-  Section* AddSection(std::string n, int l);
-  Keyword* AddKeyword(std::string n, int l);
+  Section* AddSection(std::string_view n, int l);
+  Keyword* AddKeyword(std::string_view n, int l);
 };
 
 struct File : Node {
-  explicit File(std::string p) : Node(Kind::File, this, 0), path(std::move(p)), root(this, 0, "", nullptr, 0) {}
+  // `sizeHint` is the size of the text to be read, to size the first block.
+  File(std::string p, std::size_t sizeHint);
+  std::pmr::monotonic_buffer_resource arena;  // first: everything below allocates from it
   std::string path;
-  Section root;               // its sections are the targets
-  int status = TSF_OK;        // of the last write
+  Section root;                // its sections are the targets
+  int status = TSF_OK;         // of the last write
   std::vector<Section*> open;  // sections opened by the building calls
+
+  template <typename T, typename... Args>
+  T* Make(Args&&... args) {
+    return new (arena.allocate(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
+  }
 };
 
 // Records an error in the calling thread's global error and returns `status`.

@@ -15,13 +15,15 @@ namespace tsf {
 
 namespace {
 
+std::string Str(const Text& t) { return std::string(t.data(), t.size()); }
+
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsNameStart(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; }
 bool IsNameChar(char c) { return IsNameStart(c) || IsDigit(c); }
 
 // [+-]?digits
-bool LooksInteger(const std::string& s) {
+bool LooksInteger(const Text& s) {
   std::size_t i = (s[0] == '+' || s[0] == '-') ? 1 : 0;
   if (i == s.size()) return false;
   for (; i < s.size(); ++i)
@@ -30,9 +32,9 @@ bool LooksInteger(const std::string& s) {
 }
 
 // [+-]?(digits[.digits?] | .digits)([eE][+-]?digits)? or [+-]?(inf|nan)
-bool LooksFloating(const std::string& s) {
+bool LooksFloating(const Text& s) {
   std::size_t i = (s[0] == '+' || s[0] == '-') ? 1 : 0;
-  const std::string rest = s.substr(i);
+  const std::string_view rest = std::string_view(s).substr(i);
   if (rest == "inf" || rest == "nan") return true;
   std::size_t mantissa = 0;
   while (i < s.size() && IsDigit(s[i])) ++i, ++mantissa;
@@ -51,7 +53,7 @@ bool LooksFloating(const std::string& s) {
   return i == s.size();
 }
 
-double ReadDouble(const std::string& s) {
+double ReadDouble(const Text& s) {
   const char* first = s.data() + (s[0] == '+' ? 1 : 0);
   double value = 0.0;
   auto [end, ec] = std::from_chars(first, s.data() + s.size(), value);
@@ -68,10 +70,10 @@ struct Cursor {
     while (pos < end && IsSpace(*pos)) ++pos;
   }
   bool AtEndOrComment() const { return pos == end || (end - pos >= 2 && pos[0] == '/' && pos[1] == '/'); }
-  std::string Name() {
+  std::string_view Name() {
     const char* start = pos;
     while (pos < end && IsNameChar(*pos)) ++pos;
-    return std::string(start, pos);
+    return std::string_view(start, static_cast<std::size_t>(pos - start));
   }
 };
 
@@ -97,13 +99,13 @@ class Reader {
       if (*c.pos == '[') {
         status = OpenSection(c, stack);
       } else if (IsNameStart(*c.pos)) {
-        std::string name = c.Name();
+        const std::string_view name = c.Name();
         if (name == "EndSect") {
           if (stack.size() == 1) return Fail(TSF_ERR_SYNTAX, "EndSect without an open section");
           stack.pop_back();  // the rest of the line is a comment
           continue;
         }
-        status = ReadKeyword(c, std::move(name), *stack.back());
+        status = ReadKeyword(c, name, *stack.back());
       } else {
         status = Fail(TSF_ERR_SYNTAX, std::string("unexpected character '") + *c.pos + "'");
       }
@@ -111,7 +113,7 @@ class Reader {
     }
     if (stack.size() > 1) {
       const Section* open = stack.back();
-      return Fail(TSF_ERR_SYNTAX, "section '" + open->name + "' opened on line " +
+      return Fail(TSF_ERR_SYNTAX, "section '" + Str(open->name) + "' opened on line " +
                                       std::to_string(open->line) + " is not closed by EndSect");
     }
     return TSF_OK;
@@ -127,7 +129,7 @@ class Reader {
     ++c.pos;  // '['
     c.SkipSpace();
     if (c.pos == c.end || !IsNameStart(*c.pos)) return Fail(TSF_ERR_SYNTAX, "expected a section name after '['");
-    std::string name = c.Name();
+    const std::string name(c.Name());
     c.SkipSpace();
     if (c.pos == c.end || *c.pos != ']') return Fail(TSF_ERR_SYNTAX, "expected ']' after section name '" + name + "'");
     ++c.pos;
@@ -135,16 +137,17 @@ class Reader {
     if (!c.AtEndOrComment()) return Fail(TSF_ERR_SYNTAX, "unexpected text after section header '" + name + "'");
     if (static_cast<int>(stack.size()) > kTsfMaxDepth)
       return Fail(TSF_ERR_TOO_DEEP, "sections nested deeper than " + std::to_string(kTsfMaxDepth) + " levels");
-    stack.push_back(stack.back()->AddSection(std::move(name), m_line));
+    stack.push_back(stack.back()->AddSection(name, m_line));
     return TSF_OK;
   }
 
-  int ReadKeyword(Cursor& c, std::string name, Section& section) {
-    if (section.depth == 0) return Fail(TSF_ERR_SYNTAX, "keyword '" + name + "' outside any section");
+  int ReadKeyword(Cursor& c, std::string_view name, Section& section) {
+    if (section.depth == 0) return Fail(TSF_ERR_SYNTAX, "keyword '" + std::string(name) + "' outside any section");
     c.SkipSpace();
-    if (c.pos == c.end || *c.pos != '=') return Fail(TSF_ERR_SYNTAX, "expected '=' after keyword '" + name + "'");
+    if (c.pos == c.end || *c.pos != '=')
+      return Fail(TSF_ERR_SYNTAX, "expected '=' after keyword '" + std::string(name) + "'");
     ++c.pos;
-    Keyword* keyword = section.AddKeyword(std::move(name), m_line);
+    Keyword* keyword = section.AddKeyword(name, m_line);
     c.SkipSpace();
     if (c.AtEndOrComment()) return TSF_OK;  // a keyword may have no parameters
     for (;;) {
@@ -152,39 +155,40 @@ class Reader {
       if (status != TSF_OK) return status;
       c.SkipSpace();
       if (c.AtEndOrComment()) return TSF_OK;
-      if (*c.pos != ',') return Fail(TSF_ERR_SYNTAX, "expected ',' between parameters of '" + keyword->name + "'");
+      if (*c.pos != ',') return Fail(TSF_ERR_SYNTAX, "expected ',' between parameters of '" + Str(keyword->name) + "'");
       ++c.pos;
       c.SkipSpace();
-      if (c.AtEndOrComment()) return Fail(TSF_ERR_SYNTAX, "missing parameter after ',' in '" + keyword->name + "'");
+      if (c.AtEndOrComment()) return Fail(TSF_ERR_SYNTAX, "missing parameter after ',' in '" + Str(keyword->name) + "'");
     }
   }
 
   int ReadParam(Cursor& c, Keyword& keyword) {
-    auto param = std::make_unique<Param>(&m_file, m_line);
+    Param* param = m_file.Make<Param>(&m_file, m_line);
     if (*c.pos == '\'') {
       param->type = TSF_PARAM_TEXT;
-      for (++c.pos;; ++c.pos) {
-        if (c.pos == c.end) return Fail(TSF_ERR_SYNTAX, "text of '" + keyword.name + "' not closed by a quote");
-        if (*c.pos == '\'') {
-          if (c.pos + 1 < c.end && c.pos[1] == '\'') {
-            param->text += '\'';
-            ++c.pos;
-            continue;
-          }
+      // Copied a run at a time: up to the next quote, which either closes
+      // the text or, doubled, stands for one quote.
+      for (++c.pos;;) {
+        const char* quote = static_cast<const char*>(std::memchr(c.pos, '\'', static_cast<std::size_t>(c.end - c.pos)));
+        if (!quote) return Fail(TSF_ERR_SYNTAX, "text of '" + Str(keyword.name) + "' not closed by a quote");
+        param->text.append(c.pos, quote);
+        c.pos = quote + 1;
+        if (c.pos < c.end && *c.pos == '\'') {
+          param->text += '\'';
           ++c.pos;
-          break;
+          continue;
         }
-        param->text += *c.pos;
+        break;
       }
     } else {
       const char* start = c.pos;
       while (c.pos < c.end && !IsSpace(*c.pos) && *c.pos != ',' && *c.pos != '\'' && !c.AtEndOrComment()) ++c.pos;
       if (c.pos == start)
-        return Fail(TSF_ERR_SYNTAX, std::string("unexpected character '") + *c.pos + "' in '" + keyword.name + "'");
+        return Fail(TSF_ERR_SYNTAX, std::string("unexpected character '") + *c.pos + "' in '" + Str(keyword.name) + "'");
       param->text.assign(start, c.pos);
       ClassifyToken(*param);
     }
-    keyword.params.push_back(std::move(param));
+    keyword.params.push_back(param);
     return TSF_OK;
   }
 
@@ -196,7 +200,7 @@ class Reader {
 }  // namespace
 
 void ClassifyToken(Param& param) {
-  const std::string& s = param.text;
+  const Text& s = param.text;
   if (s.empty()) {
     param.type = TSF_PARAM_WORD;
     return;

@@ -20,7 +20,7 @@ constexpr int kIndent = 3;
 
 void AppendParam(std::string& out, const Param& p) {
   if (p.type != TSF_PARAM_TEXT) {
-    out += p.text;
+    out.append(p.text.data(), p.text.size());
     return;
   }
   out += '\'';
@@ -33,7 +33,7 @@ void AppendParam(std::string& out, const Param& p) {
 
 void AppendKeyword(std::string& out, const Keyword& k, int level) {
   out.append(static_cast<std::size_t>(level * kIndent), ' ');
-  out += k.name;
+  out.append(k.name.data(), k.name.size());
   out += " =";
   for (std::size_t i = 0; i < k.params.size(); ++i) {
     out += i == 0 ? " " : ", ";
@@ -51,14 +51,18 @@ void AppendSection(std::string& out, const Section& top) {
   std::vector<Frame> stack{{&top, 0}};
   auto header = [&out](const Section& s) {
     out.append(static_cast<std::size_t>((s.depth - 1) * kIndent), ' ');
-    out += '[' + s.name + "]\n";
+    out += '[';
+    out.append(s.name.data(), s.name.size());
+    out += "]\n";
   };
   header(top);
   while (!stack.empty()) {
     Frame& f = stack.back();
     if (f.next == f.section->order.size()) {
       out.append(static_cast<std::size_t>((f.section->depth - 1) * kIndent), ' ');
-      out += "EndSect  // " + f.section->name + '\n';
+      out += "EndSect  // ";
+      out.append(f.section->name.data(), f.section->name.size());
+      out += '\n';
       stack.pop_back();
       continue;
     }
@@ -107,7 +111,7 @@ std::string FormatDouble(double value) {
 std::string Serialize(const File& file) {
   std::string out;
   bool first = true;
-  for (const auto& target : file.root.sections) {
+  for (const Section* target : file.root.sections) {
     if (!first) out += '\n';
     first = false;
     AppendSection(out, *target);

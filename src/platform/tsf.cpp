@@ -73,7 +73,9 @@ Param* AsParam(void* handle, const char* call) {
 }
 
 // Where a section or keyword lives, for messages: "path:line: " or "path: ".
-std::string Describe(const Section& s) { return s.depth == 0 ? "the file" : "section '" + s.name + "'"; }
+std::string Str(const Text& t) { return std::string(t.data(), t.size()); }
+
+std::string Describe(const Section& s) { return s.depth == 0 ? "the file" : "section '" + Str(s.name) + "'"; }
 
 const char* TypeName(ETsfParamType t) {
   switch (t) {
@@ -86,7 +88,7 @@ const char* TypeName(ETsfParamType t) {
 }
 
 int TypeError(const Param& p, const char* wanted) {
-  return SetError(TSF_ERR_TYPE, Where(&p) + "parameter '" + p.text + "' is " + TypeName(p.type) +
+  return SetError(TSF_ERR_TYPE, Where(&p) + "parameter '" + Str(p.text) + "' is " + TypeName(p.type) +
                                     ", not " + wanted);
 }
 
@@ -127,13 +129,13 @@ Keyword* NewKeyword(void* handle, const char* keyword, const char* call) {
   return s->AddKeyword(keyword, 0);
 }
 
-int AddParam(Keyword* k, ETsfParamType type, std::string text, long long integer, double real) {
-  auto p = std::make_unique<Param>(k->file, 0);
+int AddParam(Keyword* k, ETsfParamType type, std::string_view text, long long integer, double real) {
+  Param* p = k->file->Make<Param>(k->file, 0);
   p->type = type;
-  p->text = std::move(text);
+  p->text.assign(text.data(), text.size());
   p->integer = integer;
   p->real = real;
-  k->params.push_back(std::move(p));
+  k->params.push_back(p);
   return TSF_OK;
 }
 
@@ -207,7 +209,7 @@ void* tsfLoadFile(const char* path, int resetError) {
   }
   ::close(fd);
   data.resize(got);
-  return Load(new File(path), data.data(), data.size());
+  return Load(new File(path, data.size()), data.data(), data.size());
 }
 
 void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError) {
@@ -216,7 +218,7 @@ void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int re
     SetError(TSF_ERR_NO_FILE, "tsfLoadBuffer: no data given");
     return nullptr;
   }
-  return Load(new File(name ? name : "<buffer>"), data ? data : "", size);
+  return Load(new File(name ? name : "<buffer>", size), data ? data : "", size);
 }
 
 void* tsfCreate(const char* path) {
@@ -224,7 +226,7 @@ void* tsfCreate(const char* path) {
     SetError(TSF_ERR_NO_FILE, "tsfCreate: no path given");
     return nullptr;
   }
-  return ToHandle(new File(path));
+  return ToHandle(new File(path, 0));
 }
 
 int tsfWrite(void* handle, const char* path) {
@@ -293,7 +295,7 @@ void* tsfSectionByNum(void* parent, int number) {
     SetError(TSF_ERR_NOT_FOUND, Where(s) + "no section number " + std::to_string(number) + " in " + Describe(*s));
     return nullptr;
   }
-  return ToHandle(s->sections[number - 1].get());
+  return ToHandle(s->sections[number - 1]);
 }
 
 int tsfGetNoSections(void* parent) {
@@ -346,7 +348,7 @@ void* tsfKeywordByNum(void* section, int number) {
     SetError(TSF_ERR_NOT_FOUND, Where(s) + "no keyword number " + std::to_string(number) + " in " + Describe(*s));
     return nullptr;
   }
-  return ToHandle(s->keywords[number - 1].get());
+  return ToHandle(s->keywords[number - 1]);
 }
 
 int tsfGetNoKeywords(void* section) {
@@ -363,10 +365,10 @@ void* tsfParamByNum(void* keyword, int number) {
   Keyword* k = AsKeyword(keyword, "tsfParamByNum");
   if (!k) return nullptr;
   if (number < 1 || static_cast<std::size_t>(number) > k->params.size()) {
-    SetError(TSF_ERR_NOT_FOUND, Where(k) + "keyword '" + k->name + "' has no parameter " + std::to_string(number));
+    SetError(TSF_ERR_NOT_FOUND, Where(k) + "keyword '" + Str(k->name) + "' has no parameter " + std::to_string(number));
     return nullptr;
   }
-  return ToHandle(k->params[number - 1].get());
+  return ToHandle(k->params[number - 1]);
 }
 
 // --- reading parameters ----------------------------------------------------
@@ -414,7 +416,7 @@ Param* FindParam(void* section, const char* keyword, int number) {
 int tsfGetParam(void* section, const char* keyword, std::string& text, int number) {
   Param* p = FindParam(section, keyword, number);
   if (!p) return tsfPeekErrorGlb();
-  text = p->text;
+  text.assign(p->text.data(), p->text.size());
   return TSF_OK;
 }
 
