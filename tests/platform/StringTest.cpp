@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/CommaLocale.h"
 #include "platform/String.h"
 
 namespace {
@@ -151,27 +152,15 @@ TEST(String, FormatWritesOutputOfAnyLength) {
 }
 
 TEST(String, FormatUsesAPointDecimalSeparatorWhateverTheProcessLocale) {
-  const std::string saved = std::setlocale(LC_NUMERIC, nullptr);
   CString s;
   s.Format("%.16g %.16g", 0.1, 6378137.5);
   EXPECT_STREQ(s.GetString(), "0.1 6378137.5");
 
-  bool commaLocale = false;
-  for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8", "de_DE"}) {
-    if (std::setlocale(LC_NUMERIC, name) && std::localeconv()->decimal_point[0] == ',') {
-      commaLocale = true;
-      break;
-    }
-  }
-  std::string native;
-  if (commaLocale) {
-    s.Format("%.16g %.16g", 0.1, 6378137.5);
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.1f", 0.5);  // must still be the process locale
-    native = buffer;
-  }
-  std::setlocale(LC_NUMERIC, saved.c_str());
-  if (!commaLocale) GTEST_SKIP() << "no locale with a comma decimal point is installed";
+  CommaLocale comma;
+  if (!comma.Active()) GTEST_SKIP() << "no locale with a comma decimal point could be installed";
+  s.Format("%.16g %.16g", 0.1, 6378137.5);
   EXPECT_STREQ(s.GetString(), "0.1 6378137.5");
-  EXPECT_EQ(native, "0,5");
+  char buffer[32];
+  std::snprintf(buffer, sizeof buffer, "%.1f", 0.5);  // the process locale itself is untouched
+  EXPECT_STREQ(buffer, "0,5");
 }

@@ -11,6 +11,7 @@
 #include <random>
 #include <thread>
 
+#include "platform/CommaLocale.h"
 #include "platform/TsfTestUtil.h"
 
 using namespace tsftest;
@@ -350,6 +351,26 @@ TEST(Tsf, DoublesReadBackBitIdentical) {
     const double back = tsfGetDouble(p);
     EXPECT_EQ(std::memcmp(&back, &values[i], sizeof back), 0) << tsfGetText(p);
   }
+  tsfClose(&file);
+  std::filesystem::remove_all(dir);
+}
+
+TEST(Tsf, NumbersIgnoreTheProcessLocale) {
+  CommaLocale comma;
+  if (!comma.Active()) GTEST_SKIP() << "no locale with a comma decimal point could be installed";
+  const std::string dir = TempFolder();
+  void* file = tsfCreate((dir + "c.tsf").c_str());
+  tsfAddTarget(file, "T");
+  tsfPutParam(file, "V", 298.257223563);
+  ASSERT_EQ(tsfWrite(file, nullptr), TSF_OK);
+  tsfClose(&file);
+  EXPECT_EQ(ReadFile(dir + "c.tsf"), "[T]\n   V = 298.257223563\nEndSect  // T\n");
+  const std::string text = "[T]\n V = 0.5, 1e-3\nEndSect\n";
+  file = tsfLoadBuffer(text.data(), text.size(), "c.tsf", 1);
+  ASSERT_NE(file, nullptr);
+  void* v = tsfKeywordByNum(tsfTargetByNum(file, 1), 1);
+  EXPECT_EQ(tsfGetDouble(tsfParamByNum(v, 1)), 0.5);
+  EXPECT_EQ(tsfGetDouble(tsfParamByNum(v, 2)), 1e-3);
   tsfClose(&file);
   std::filesystem::remove_all(dir);
 }
