@@ -69,10 +69,7 @@ CMatrix CMatrix::operator+(const CMatrix& other) const {
   const int nK = m_Array.SizeK();
   KV_ASSERT(nJ == pArray->SizeJ());
   KV_ASSERT(nK == pArray->SizeK());
-  CMatrix result(*this);
-  for (int k = 0; k < nK; ++k)
-    for (int j = 0; j < nJ; ++j) result.m_Array(j, k) += (*pArray)(j, k);
-  return result;
+  return _AddScaled(other, 1.0);
 }
 
 CMatrix CMatrix::operator-(const CMatrix& other) const {
@@ -81,9 +78,14 @@ CMatrix CMatrix::operator-(const CMatrix& other) const {
   const int nK = m_Array.SizeK();
   KV_ASSERT(nJ == pArray->SizeJ());
   KV_ASSERT(nK == pArray->SizeK());
+  return _AddScaled(other, -1.0);
+}
+
+// x + (-1)y is exactly x - y in floating point, so one loop serves both.
+CMatrix CMatrix::_AddScaled(const CMatrix& other, double dSign) const {
   CMatrix result(*this);
-  for (int k = 0; k < nK; ++k)
-    for (int j = 0; j < nJ; ++j) result.m_Array(j, k) -= (*pArray)(j, k);
+  for (int k = 0; k < m_Array.SizeK(); ++k)
+    for (int j = 0; j < m_Array.SizeJ(); ++j) result.m_Array(j, k) += dSign * other.m_Array(j, k);
   return result;
 }
 

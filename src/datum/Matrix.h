@@ -55,6 +55,7 @@ class KVCART_API CMatrix {
   int GetSizeK() const;  // rows
 
  private:
+  CMatrix _AddScaled(const CMatrix& other, double dSign) const;
   void _copy(const CMatrix& other);
   void _dealloc();
 
