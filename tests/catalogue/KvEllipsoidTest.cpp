@@ -51,16 +51,3 @@ TEST(KvEllipsoid, EqualityUsesNamesIdsAndTheClosenessRule) {
   EXPECT_FALSE(broken.IsEquivalent(CKvEllipsoid(broken)));
 }
 
-TEST(KvEllipsoid, SetParamsKeepsNameAndIdAndCopiesAreIndependent) {
-  CKvEllipsoid e("Bessel 1841", "BR", 6377397.155, 299.1528128);
-  CKvEllipsoid copy(e);
-  e.SetParams(6377483.865, 299.1528128);
-  EXPECT_EQ(e.GetName(), "Bessel 1841");
-  EXPECT_EQ(e.GetID(), "BR");
-  EXPECT_EQ(e.GetMajor(), 6377483.865);
-  EXPECT_EQ(copy.GetMajor(), 6377397.155);
-  copy = e;
-  EXPECT_TRUE(copy == e);
-  copy = copy;  // self-assignment keeps the value
-  EXPECT_EQ(copy.GetMajor(), 6377483.865);
-}

@@ -67,16 +67,6 @@ TEST(KvArray2D, NegativeSizesGiveEmptyArraysAndReallocationZeroes) {
   }
 }
 
-TEST(KvArray2D, SwapsCarryTheDimensions) {
-  CKvArray2D<double> a, b;
-  a.Allocate(1, 2, 1, 1);
-  b.Allocate(0, 1, 0, 3);
-  b(0, 2) = 9;
-  a.SwapBuffers(b);
-  EXPECT_EQ(a(0, 2), 9);
-  EXPECT_EQ(b.FirstJ() + b.SizeJ(), 3);
-}
-
 TEST(KvArray2DDeathTest, IndexOutsideTheRangesStops) {
   CKvArray2D<double> a;
   a.Allocate(-1, 3, 5, 2);

@@ -25,8 +25,3 @@ TEST(KvConstants, ClosenessIsRelativeToTheLargerMagnitude) {
   }
 }
 
-TEST(KvConstants, UnitFactorsAreTheLibraryWideValues) {
-  EXPECT_DOUBLE_EQ(KvConst::kDegToRad * KvConst::kRadToDeg, 1.0);
-  EXPECT_DOUBLE_EQ(KvConst::kUsSurveyFoot, 1200.0 / 3937.0);
-  EXPECT_DOUBLE_EQ(KvConst::kArcSecToRad * 3600.0, KvConst::kDegToRad);
-}
