@@ -29,6 +29,8 @@ struct Node {
 
 using Text = std::pmr::string;
 
+inline std::string Str(const Text& t) { return std::string(t.data(), t.size()); }
+
 struct Param : Node {
   Param(File* f, int l);
   ETsfParamType type = TSF_PARAM_WORD;

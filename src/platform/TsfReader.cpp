@@ -15,8 +15,6 @@ namespace tsf {
 
 namespace {
 
-std::string Str(const Text& t) { return std::string(t.data(), t.size()); }
-
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsNameStart(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; }

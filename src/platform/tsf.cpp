@@ -36,14 +36,19 @@ void ResetError() {
 Node* AsNode(void* handle) { return static_cast<Node*>(handle); }
 void* ToHandle(Node* node) { return node; }
 
-File* AsFile(void* handle, const char* call) {
+// The node behind a handle when it is of the expected kind; otherwise
+// records the error and gives null.
+template <typename T>
+T* AsKind(void* handle, Kind kind, const char* call, const char* what) {
   Node* n = AsNode(handle);
-  if (!n || n->kind != Kind::File) {
-    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a file handle");
+  if (!n || n->kind != kind) {
+    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a " + what + " handle");
     return nullptr;
   }
-  return static_cast<File*>(n);
+  return static_cast<T*>(n);
 }
+
+File* AsFile(void* handle, const char* call) { return AsKind<File>(handle, Kind::File, call, "file"); }
 
 // A section handle, or a file standing for its root (the list of targets).
 Section* AsSection(void* handle, const char* call) {
@@ -54,26 +59,9 @@ Section* AsSection(void* handle, const char* call) {
   return nullptr;
 }
 
-Keyword* AsKeyword(void* handle, const char* call) {
-  Node* n = AsNode(handle);
-  if (!n || n->kind != Kind::Keyword) {
-    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a keyword handle");
-    return nullptr;
-  }
-  return static_cast<Keyword*>(n);
-}
+Keyword* AsKeyword(void* handle, const char* call) { return AsKind<Keyword>(handle, Kind::Keyword, call, "keyword"); }
 
-Param* AsParam(void* handle, const char* call) {
-  Node* n = AsNode(handle);
-  if (!n || n->kind != Kind::Param) {
-    SetError(TSF_ERR_HANDLE, std::string(call) + ": not a parameter handle");
-    return nullptr;
-  }
-  return static_cast<Param*>(n);
-}
-
-// Where a section or keyword lives, for messages: "path:line: " or "path: ".
-std::string Str(const Text& t) { return std::string(t.data(), t.size()); }
+Param* AsParam(void* handle, const char* call) { return AsKind<Param>(handle, Kind::Param, call, "parameter"); }
 
 std::string Describe(const Section& s) { return s.depth == 0 ? "the file" : "section '" + Str(s.name) + "'"; }
 
@@ -85,6 +73,27 @@ const char* TypeName(ETsfParamType t) {
     case TSF_PARAM_DOUBLE: return "a floating number";
     default: return "nothing";
   }
+}
+
+// Occurrence `occurrence` of the child section or keyword named `name`.
+template <typename T>
+T* ChildByNameNum(Section& s, const std::pmr::vector<T*>& items, const NameIndex<T>& index, const char* name,
+                  int occurrence, const char* what) {
+  T* found = name ? index.Find(items, name, occurrence) : nullptr;
+  if (!found)
+    SetError(TSF_ERR_NOT_FOUND, Where(&s) + "no " + what + " '" + (name ? name : "") + "' number " +
+                                    std::to_string(occurrence) + " in " + Describe(s));
+  return found;
+}
+
+// Child section or keyword number `number`, counted from 1.
+template <typename T>
+T* ChildByNum(Section& s, const std::pmr::vector<T*>& items, int number, const char* what) {
+  if (number < 1 || static_cast<std::size_t>(number) > items.size()) {
+    SetError(TSF_ERR_NOT_FOUND, Where(&s) + "no " + what + " number " + std::to_string(number) + " in " + Describe(s));
+    return nullptr;
+  }
+  return items[number - 1];
 }
 
 int TypeError(const Param& p, const char* wanted) {
@@ -280,22 +289,12 @@ int tsfGetNoTargets(void* file) {
 
 void* tsfSectionByNameNum(void* parent, const char* name, int occurrence) {
   Section* s = AsSection(parent, "tsfSectionByNameNum");
-  if (!s) return nullptr;
-  Section* found = name ? s->sectionIndex.Find(s->sections, name, occurrence) : nullptr;
-  if (!found)
-    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no section '" + (name ? name : "") + "' number " +
-                                    std::to_string(occurrence) + " in " + Describe(*s));
-  return ToHandle(found);
+  return s ? ToHandle(ChildByNameNum(*s, s->sections, s->sectionIndex, name, occurrence, "section")) : nullptr;
 }
 
 void* tsfSectionByNum(void* parent, int number) {
   Section* s = AsSection(parent, "tsfSectionByNum");
-  if (!s) return nullptr;
-  if (number < 1 || static_cast<std::size_t>(number) > s->sections.size()) {
-    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no section number " + std::to_string(number) + " in " + Describe(*s));
-    return nullptr;
-  }
-  return ToHandle(s->sections[number - 1]);
+  return s ? ToHandle(ChildByNum(*s, s->sections, number, "section")) : nullptr;
 }
 
 int tsfGetNoSections(void* parent) {
@@ -333,22 +332,12 @@ int tsfGetLine(void* handle) {
 
 void* tsfKeywordByNameNum(void* section, const char* name, int occurrence) {
   Section* s = AsSection(section, "tsfKeywordByNameNum");
-  if (!s) return nullptr;
-  Keyword* found = name ? s->keywordIndex.Find(s->keywords, name, occurrence) : nullptr;
-  if (!found)
-    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no keyword '" + (name ? name : "") + "' number " +
-                                    std::to_string(occurrence) + " in " + Describe(*s));
-  return ToHandle(found);
+  return s ? ToHandle(ChildByNameNum(*s, s->keywords, s->keywordIndex, name, occurrence, "keyword")) : nullptr;
 }
 
 void* tsfKeywordByNum(void* section, int number) {
   Section* s = AsSection(section, "tsfKeywordByNum");
-  if (!s) return nullptr;
-  if (number < 1 || static_cast<std::size_t>(number) > s->keywords.size()) {
-    SetError(TSF_ERR_NOT_FOUND, Where(s) + "no keyword number " + std::to_string(number) + " in " + Describe(*s));
-    return nullptr;
-  }
-  return ToHandle(s->keywords[number - 1]);
+  return s ? ToHandle(ChildByNum(*s, s->keywords, number, "keyword")) : nullptr;
 }
 
 int tsfGetNoKeywords(void* section) {
