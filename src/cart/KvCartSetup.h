@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "catalogue/KvEllipsoidList.h"
+#include "catalogue/KvMapProjectionList.h"
+#include "platform/KvCartExport.h"
+
+// The process-wide catalogues: ellipsoids and projection definitions, the
+// flags that say whether the user changed them, and the user's folder.
+// There is one instance, created on first use and destroyed at exit.
+// Nothing here is locked: set up before other threads use the library.
+class KVCART_API CKvCartSetup {
+ public:
+  // The single instance.
+  static CKvCartSetup& Instance();
+
+  virtual ~CKvCartSetup();
+  CKvCartSetup(const CKvCartSetup&) = delete;
+  CKvCartSetup& operator=(const CKvCartSetup&) = delete;
+
+  void SetEllipsoidListModified() { m_bEllipsoidListModified = true; }
+  void SetMapProjectionListModified() { m_bMapProjectionListModified = true; }
+
+  CKvEllipsoidList m_EllipsoidList;
+  CKvMapProjectionList m_MapProjectionList;
+  bool m_bEllipsoidListModified;
+  bool m_bMapProjectionListModified;
+  std::string m_strUserFolder;
+
+ private:
+  CKvCartSetup();
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "catalogue/KvParameterSet.h"
+#include "platform/KvCartExport.h"
+
+class KVCART_API CKvLambert2SPProjectionIDs {
+ public:
+  static const std::string ID_PROJECTION_SECTION;  // "LAMBERT_CONIC_2SP_PROJECTION"
+};
+
+// Lambert conformal conic with two standard parallels.
+class KVCART_API CKvLambert2SPProjection : public CKvParameterSet<CKvLambert2SPProjection, 6>,
+                                           public CKvLambert2SPProjectionIDs {
+ public:
+  CKvLambert2SPProjection() = default;
+  CKvLambert2SPProjection(const std::string& name, const std::string& branch,
+                          const std::string& ellipsoid, double parallel1, double parallel2,
+                          double originLongitude, double originLatitude, double falseEasting,
+                          double falseNorthing, bool canDelete = false, bool canEdit = false);
+  using CKvParameterSet::CKvParameterSet;
+
+  CKvProjection* CreateProjection() override;
+  static const SKvParameterSetInfo& Info();
+
+  double GetParallel1() const { return _Get(0); }
+  void SetParallel1(double v) { _Set(0, v); }
+  double GetParallel2() const { return _Get(1); }
+  void SetParallel2(double v) { _Set(1, v); }
+  double GetOriginLongitude() const { return _Get(2); }
+  void SetOriginLongitude(double v) { _Set(2, v); }
+  double GetOriginLatitude() const { return _Get(3); }
+  void SetOriginLatitude(double v) { _Set(3, v); }
+  double GetFalseEasting() const { return _Get(4); }
+  void SetFalseEasting(double v) { _Set(4, v); }
+  double GetFalseNorthing() const { return _Get(5); }
+  void SetFalseNorthing(double v) { _Set(5, v); }
+};

@@ -1,0 +1,37 @@
+#include "catalogue/KvMapProjDataIDs.h"
+
+const std::string CKvMapProjDataIDs::ID_PROJECTION_NAME = "Projection_Name";
+const std::string CKvMapProjDataIDs::ID_BRANCH_NAME = "Branch_Name";
+const std::string CKvMapProjDataIDs::ID_ELLIPSOID_ID = "Ellipsoid";
+const std::string CKvMapProjDataIDs::ID_PARALLEL_1_DMS = "Parallel_1_dms";
+const std::string CKvMapProjDataIDs::ID_PARALLEL_1 = "Parallel_1";
+const std::string CKvMapProjDataIDs::ID_PARALLEL_2_DMS = "Parallel_2_dms";
+const std::string CKvMapProjDataIDs::ID_PARALLEL_2 = "Parallel_2";
+const std::string CKvMapProjDataIDs::ID_PSEUDO_PARALLEL_DMS = "Pseudo_Parallel_dms";
+const std::string CKvMapProjDataIDs::ID_PSEUDO_PARALLEL = "Pseudo_Parallel";
+const std::string CKvMapProjDataIDs::ID_CENTRAL_MERIDIAN_DMS = "Central_Meridian_dms";
+const std::string CKvMapProjDataIDs::ID_CENTRAL_MERIDIAN = "Central_Meridian";
+const std::string CKvMapProjDataIDs::ID_CENTRE_DMS = "Centre_dms";
+const std::string CKvMapProjDataIDs::ID_CENTRE = "Centre";
+const std::string CKvMapProjDataIDs::ID_CENTER_LONGITUDE_DMS = "Center_Longitude_dms";
+const std::string CKvMapProjDataIDs::ID_CENTER_LONGITUDE = "Center_Longitude";
+const std::string CKvMapProjDataIDs::ID_CENTER_LATITUDE_DMS = "Center_Latitude_dms";
+const std::string CKvMapProjDataIDs::ID_CENTER_LATITUDE = "Center_Latitude";
+const std::string CKvMapProjDataIDs::ID_ORIGIN_LONGITUDE_DMS = "Origin_Longitude_dms";
+const std::string CKvMapProjDataIDs::ID_ORIGIN_LONGITUDE = "Origin_Longitude";
+const std::string CKvMapProjDataIDs::ID_ORIGIN_LATITUDE_DMS = "Origin_Latitude_dms";
+const std::string CKvMapProjDataIDs::ID_ORIGIN_LATITUDE = "Origin_Latitude";
+const std::string CKvMapProjDataIDs::ID_SCALE = "Scale";
+const std::string CKvMapProjDataIDs::ID_SCALE_REDUCTION = "Scale_Reduction";
+const std::string CKvMapProjDataIDs::ID_SCALE_AT_PSEUDO_PARALLEL = "Scale_At_Pseudo_Parallel";
+const std::string CKvMapProjDataIDs::ID_AZIMUTH = "Azimuth";
+const std::string CKvMapProjDataIDs::ID_XY_PLANE_ROTATION = "XY_Plane_Rotation";
+const std::string CKvMapProjDataIDs::ID_X_SCALE = "X_Scale";
+const std::string CKvMapProjDataIDs::ID_Y_SCALE = "Y_Scale";
+const std::string CKvMapProjDataIDs::ID_LONGITUDE_OF_SOUTH_POLE = "Longitude_of_South_Pole";
+const std::string CKvMapProjDataIDs::ID_LATITUDE_OF_SOUTH_POLE = "Latitude_of_South_Pole";
+const std::string CKvMapProjDataIDs::ID_ANGLE_OF_ROTATION = "Angle_of_Rotation";
+const std::string CKvMapProjDataIDs::ID_FALSE_EASTING = "Feast";
+const std::string CKvMapProjDataIDs::ID_FALSE_EASTING_FOOT_US = "Feast_ft_us";
+const std::string CKvMapProjDataIDs::ID_FALSE_NORTHING = "Fnorth";
+const std::string CKvMapProjDataIDs::ID_FALSE_NORTHING_FOOT_US = "Fnorth_ft_us";

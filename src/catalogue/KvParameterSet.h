@@ -1,0 +1,105 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "catalogue/KvMapProjData.h"
+#include "catalogue/KvParameterTable.h"
+#include "platform/KvCartExport.h"
+
+// The shape every parameter set shares: name, branch name, ellipsoid
+// identifier, the method's N doubles and the two flags, in that order, with
+// the virtual interface of CKvMapProjData implemented once.  `Set` is the
+// concrete class, which supplies its table through a static Info() and its
+// engine through CreateProjection().
+//
+// A set built by the library or read from a system file is read-only: its
+// name, ellipsoid and parameter setters do nothing and it is never written
+// back.  SetBranchName and SetParameters work regardless, on purpose.
+template <class Set, int N>
+class KVCART_API CKvParameterSet : public CKvMapProjData {
+ public:
+  // Empty strings, zeros, editable and deletable.
+  CKvParameterSet() : m_adParams{}, m_bCanDelete(true), m_bCanEdit(true) {}
+  // `values` holds N doubles in field order; null gives zeros.
+  CKvParameterSet(const std::string& name, const std::string& branch,
+                  const std::string& ellipsoid, const double* values, bool canDelete,
+                  bool canEdit)
+      : m_strName(name), m_strBranchName(branch), m_strEllipsoidID(ellipsoid), m_adParams{},
+        m_bCanDelete(canDelete), m_bCanEdit(canEdit) {
+    if (values)
+      for (int i = 0; i < N; ++i) m_adParams[i] = values[i];
+  }
+
+  std::string GetName() const override { return m_strName; }
+  void SetName(const std::string& name) override {
+    if (m_bCanEdit) m_strName = name;
+  }
+  std::string GetBranchName() const override { return m_strBranchName; }
+  void SetBranchName(const std::string& name) override { m_strBranchName = name; }
+  std::string GetEllipsoidID() const override { return m_strEllipsoidID; }
+  void SetEllipsoidID(const std::string& id) override {
+    if (m_bCanEdit) m_strEllipsoidID = id;
+  }
+  void ReadFromHandle(void* handle, bool userDefined) override {
+    if (!handle) return;
+    CKvParameterTable::Read(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
+                            m_adParams.data());
+    m_bCanDelete = userDefined;
+    m_bCanEdit = userDefined;
+  }
+  void WriteToHandle(void* handle) override {
+    if (!m_bCanEdit) return;
+    CKvParameterTable::Write(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
+                             m_adParams.data());
+  }
+  bool IsSectionID(const std::string& section) const override {
+    const SKvParameterSetInfo& info = Set::Info();
+    return section == *info.section || (info.oldSection && section == *info.oldSection);
+  }
+  bool CanDelete() const override { return m_bCanDelete; }
+  bool CanEdit() const override { return m_bCanEdit; }
+  void TransferParameters(CKvPRJParser& parser) override {
+    TransferWith(parser, CKvParameterTable::FindEllipsoid(m_strEllipsoidID),
+                 Set::Info().angularUnit ? "Degree" : "Meter");
+  }
+  std::string GetProjectionTypeTitle() const override { return Set::Info().title; }
+  EProjectionType GetProjectionType() const override { return Set::Info().type; }
+  int GetNoOfParameters() const override { return N; }
+  bool GetParameter(int index, std::string& name, double& value,
+                    EParamType& type) const override {
+    return CKvParameterTable::GetParameter(Set::Info(), m_adParams.data(), index, name, value,
+                                           type);
+  }
+  void SetParameters(const double* values) override {
+    if (!values) return;
+    for (int i = 0; i < N; ++i) m_adParams[i] = values[i];
+  }
+
+ public:
+  // Hands the set to the WKT record with an ellipsoid the caller found (null
+  // for none) and the name of the system's unit.
+  void TransferWith(CKvPRJParser& parser, const CKvEllipsoid* ellipsoid,
+                    const char* unitName) const {
+    CKvParameterTable::Transfer(parser, Set::Info(), m_strName, m_strBranchName, ellipsoid,
+                                m_adParams.data(), unitName);
+  }
+  // Copies every numeric parameter of `other`, as the typed setters would:
+  // only when this set is editable.
+  void AssignParameters(const Set& other) {
+    if (m_bCanEdit) m_adParams = other.m_adParams;
+  }
+
+ protected:
+  double _Get(int field) const { return m_adParams[field]; }
+  void _Set(int field, double value) {
+    if (m_bCanEdit) m_adParams[field] = value;
+  }
+
+  std::string m_strName;
+  std::string m_strBranchName;
+  std::string m_strEllipsoidID;
+  std::array<double, N> m_adParams;
+  bool m_bCanDelete;
+  bool m_bCanEdit;
+};

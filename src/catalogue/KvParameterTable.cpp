@@ -1,0 +1,108 @@
+#include "catalogue/KvParameterTable.h"
+
+#include "cart/KvCartSetup.h"
+#include "platform/KvConstants.h"
+#include "platform/tsf.h"
+#include "wkt/KvPRJParser.h"
+
+namespace {
+
+// A missing key leaves `value` at 0.0 rather than at whatever the record held.
+double ReadValue(void* section, const SKvParameterSpec& spec) {
+  double value = 0.0;
+  switch (spec.alt) {
+    case EKvAltKey::eDms: {
+      int degrees = 0, minutes = 0;
+      double seconds = 0.0;
+      if (CKvMapProjData::tsfGetParamDMS(section, spec.altKey->c_str(), &degrees, &minutes,
+                                         &seconds))
+        return CKvParameterTable::DmsToDegrees(degrees, minutes, seconds);
+      break;
+    }
+    case EKvAltKey::eFootUs:
+      if (tsfGetParam(section, spec.altKey->c_str(), value) == TSF_OK)
+        return value * KvConst::kUsSurveyFoot;
+      break;
+    case EKvAltKey::eScaleReduction:
+      if (tsfGetParam(section, spec.altKey->c_str(), value) == TSF_OK) return (value - 1.0) / value;
+      break;
+    case EKvAltKey::eNone:
+      break;
+  }
+  value = 0.0;
+  tsfGetParam(section, spec.key->c_str(), value);
+  return value;
+}
+
+int FieldOf(const SKvParameterSetInfo& info, int index) {
+  return info.reversedDisplay ? info.count - 1 - index : index;
+}
+
+}  // namespace
+
+double CKvParameterTable::DmsToDegrees(int degrees, int minutes, double seconds) {
+  const double sign = degrees < 0 ? -1.0 : 1.0;
+  return degrees + sign * minutes / 60.0 + sign * seconds / 3600.0;
+}
+
+void CKvParameterTable::Read(void* section, const SKvParameterSetInfo& info, std::string& name,
+                             std::string& branch, std::string& ellipsoid, double* values) {
+  name.clear();
+  branch.clear();
+  ellipsoid.clear();
+  tsfGetParam(section, CKvMapProjDataIDs::ID_PROJECTION_NAME.c_str(), name);
+  tsfGetParam(section, CKvMapProjDataIDs::ID_BRANCH_NAME.c_str(), branch);
+  tsfGetParam(section, CKvMapProjDataIDs::ID_ELLIPSOID_ID.c_str(), ellipsoid);
+  for (int i = 0; i < info.count; ++i) values[i] = ReadValue(section, info.params[i]);
+}
+
+void CKvParameterTable::Write(void* handle, const SKvParameterSetInfo& info,
+                              const std::string& name, const std::string& branch,
+                              const std::string& ellipsoid, const double* values) {
+  void* section = tsfAddSection(handle, info.section->c_str());
+  if (!section) return;
+  tsfPutParam(section, CKvMapProjDataIDs::ID_PROJECTION_NAME.c_str(), name);
+  tsfPutParam(section, CKvMapProjDataIDs::ID_BRANCH_NAME.c_str(), branch);
+  tsfPutParam(section, CKvMapProjDataIDs::ID_ELLIPSOID_ID.c_str(), ellipsoid);
+  for (int i = 0; i < info.count; ++i)
+    tsfPutParam(section, info.params[i].key->c_str(), values[i]);
+  tsfEndSection(section);
+}
+
+void CKvParameterTable::Transfer(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                                 const std::string& name, const std::string& branch,
+                                 const CKvEllipsoid* found, const double* values,
+                                 const char* unitName) {
+  parser.SetProjCSname(name);
+  parser.SetGeoCSname("Unused");
+  parser.SetDatum(branch);
+  parser.SetPrimeMeridian("Greenwich", 0.0);
+  parser.SetAngularUnit("Degree", KvConst::kDegToRad);
+  if (found) {
+    parser.SetEllipsoid(found->GetName(), found->GetMajor(), found->GetInvFlatness());
+    parser.SetProjectionType(info.type);
+    parser.SetProjectionTypeName(info.wktName);
+  } else {
+    parser.SetEllipsoid(" ", KvConst::kNotSet, KvConst::kNotSet);
+    parser.SetProjectionType(CKvMapProjData::eNonProjected);
+    parser.SetProjectionTypeName("Non_Projected");
+  }
+  for (int i = 0; i < info.count; ++i) (parser.*info.params[i].transfer)(values[i]);
+  parser.SetProjUnit(unitName, 1.0);
+}
+
+const CKvEllipsoid* CKvParameterTable::FindEllipsoid(const std::string& id) {
+  if (id.empty()) return nullptr;
+  return CKvCartSetup::Instance().m_EllipsoidList.GetEllipsoid(id);
+}
+
+bool CKvParameterTable::GetParameter(const SKvParameterSetInfo& info, const double* values,
+                                     int index, std::string& label, double& value,
+                                     CKvMapProjData::EParamType& kind) {
+  if (index < 0 || index >= info.count) return false;
+  const int field = FieldOf(info, index);
+  label = info.params[field].label;
+  value = values[field];
+  kind = info.params[field].kind;
+  return true;
+}

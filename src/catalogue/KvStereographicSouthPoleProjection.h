@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+#include "catalogue/KvParameterSet.h"
+#include "platform/KvCartExport.h"
+
+class KVCART_API CKvStereographicSouthPoleProjectionIDs {
+ public:
+  static const std::string ID_PROJECTION_SECTION;  // "STEREOGRAPHIC_SOUTH_POLE_PROJECTION"
+};
+
+// Polar stereographic about the south pole, by its standard parallel.
+class KVCART_API CKvStereographicSouthPoleProjection
+    : public CKvParameterSet<CKvStereographicSouthPoleProjection, 4>,
+      public CKvStereographicSouthPoleProjectionIDs {
+ public:
+  CKvStereographicSouthPoleProjection() = default;
+  CKvStereographicSouthPoleProjection(const std::string& name, const std::string& branch,
+                                      const std::string& ellipsoid, double parallel1, double centre,
+                                      double falseEasting, double falseNorthing,
+                                      bool canDelete = false, bool canEdit = false);
+  using CKvParameterSet::CKvParameterSet;
+
+  CKvProjection* CreateProjection() override;
+  static const SKvParameterSetInfo& Info();
+
+  double GetParallel1() const { return _Get(0); }
+  void SetParallel1(double v) { _Set(0, v); }
+  double GetCentre() const { return _Get(1); }
+  void SetCentre(double v) { _Set(1, v); }
+  double GetFalseEasting() const { return _Get(2); }
+  void SetFalseEasting(double v) { _Set(2, v); }
+  double GetFalseNorthing() const { return _Get(3); }
+  void SetFalseNorthing(double v) { _Set(3, v); }
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "catalogue/KvParameterSet.h"
+#include "platform/KvCartExport.h"
+
+class KVCART_API CKvTransverseMercatorProjectionIDs {
+ public:
+  static const std::string ID_PROJECTION_SECTION;  // "UTM_PROJECTION"
+};
+
+// Transverse Mercator: scale on the central meridian, central meridian,
+// latitude of origin, false easting and northing.  The UTM zones and
+// "NON-UTM" of the catalogue are sets of this class.
+class KVCART_API CKvTransverseMercatorProjection
+    : public CKvParameterSet<CKvTransverseMercatorProjection, 5>,
+      public CKvTransverseMercatorProjectionIDs {
+ public:
+  CKvTransverseMercatorProjection() = default;
+  CKvTransverseMercatorProjection(const std::string& name, const std::string& branch,
+                                  const std::string& ellipsoid, double scale, double centre,
+                                  double originLatitude, double falseEasting, double falseNorthing,
+                                  bool canDelete = false, bool canEdit = false);
+  using CKvParameterSet::CKvParameterSet;
+
+  CKvProjection* CreateProjection() override;
+  static const SKvParameterSetInfo& Info();
+
+  double GetScale() const { return _Get(0); }
+  void SetScale(double v) { _Set(0, v); }
+  double GetCentre() const { return _Get(1); }
+  void SetCentre(double v) { _Set(1, v); }
+  double GetOriginLatitude() const { return _Get(2); }
+  void SetOriginLatitude(double v) { _Set(2, v); }
+  double GetFalseEasting() const { return _Get(3); }
+  void SetFalseEasting(double v) { _Set(3, v); }
+  double GetFalseNorthing() const { return _Get(4); }
+  void SetFalseNorthing(double v) { _Set(4, v); }
+};

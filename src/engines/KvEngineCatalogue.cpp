@@ -1,0 +1,22 @@
+#include "engines/KvEngineCatalogue.h"
+
+#include <cstring>
+
+#include "catalogue/KvParameterTable.h"
+
+void CKvEngineCatalogue::CopyName(char* buffer, const std::string& name) {
+  const std::size_t n = std::min(name.size(), static_cast<std::size_t>(kNameSize - 1));
+  std::memcpy(buffer, name.data(), n);
+  buffer[n] = '\0';
+}
+
+const CKvEllipsoid* CKvEngineCatalogue::FindEllipsoid(const std::string& id) {
+  return CKvParameterTable::FindEllipsoid(id);
+}
+
+bool CKvEngineCatalogue::GetEllipsoid(const char* name, CKvEllipsoid& ellipsoid) {
+  const CKvEllipsoid* found = CKvMapProjection::Ellipsoid(name);
+  if (!found) return false;
+  ellipsoid = *found;
+  return true;
+}

@@ -1,0 +1,3 @@
+#include "engines/KvProjInterface.h"
+
+CKvProjInterface::~CKvProjInterface() = default;

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+
+#include "engines/KvProjection.h"
+#include "platform/KvCartExport.h"
+
+class CKvEllipsoid;
+class CKvTransverseMercatorProjection;
+
+// Transverse Mercator (EPSG method 9807) in the formulation of EPSG Guidance
+// Note 7-2 (the "JHS" series: coefficients h1..h4 in the third flattening n
+// and the meridian arc M0 of the origin).  This is the engine that catalogue
+// records and WKT strings of the method build.
+//
+// Formulas: IOGP Publication 373-7-2, section "Transverse Mercator"; accurate
+// to about a millimetre within 4 degrees of the central meridian and usable
+// to about 40 degrees.  A local system ("NON-UTM") passes coordinates
+// through.
+class KVCART_API CKvTransverseMercatorJHS : public CKvProjection {
+ public:
+  explicit CKvTransverseMercatorJHS(CKvTransverseMercatorProjection* set);
+  CKvTransverseMercatorJHS(const std::string& name, double scale, double centralMeridian,
+                           double originLatitude, double falseEasting, double falseNorthing,
+                           const CKvEllipsoid& ellipsoid);
+
+  const char* GetName() override;
+  void Geo2Proj(double lon, double lat, double* x, double* y) override;
+  void Proj2Geo(double x, double y, double* lon, double* lat) override;
+  void GetOrigin(double* lon, double* lat) override;
+  double GetConvergence(double lon, double lat) override;
+  void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
+  bool IsLocal() override;
+  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
+  CKvProjection* Clone() override;
+  void TransferParameters(CKvPRJParser& parser) override;
+
+  bool GetMapProjection(CKvTransverseMercatorProjection& set);
+  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
+  // Point scale factor at (lon, lat) in degrees.
+  double GetScaleFactor(double lon, double lat);
+
+ private:
+  void _Coeffs();
+
+  char m_szName[256];
+  double m_dA;
+  double m_dB;
+  double m_dK0;
+  double m_dF;
+  double m_dFalseEasting;
+  double m_dFalseNorthing;
+  double m_dCentralMeridian;  // degrees
+  double m_dOriginLatitude;   // degrees
+  double m_dE;
+  double m_dN;
+  double m_dBigB;
+  double m_adH[4];
+  double m_adHInv[4];
+  double m_dM0;
+  bool m_bLocal;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+// Helpers for tests that need the process-wide catalogues.
+
+#include <string>
+
+#include "cart/KvCartSetup.h"
+#include "catalogue/KvMapProjData.h"
+
+namespace kvtest {
+
+// Loads the bundled ellipsoids into the set-up object once per process.
+inline void EnsureEllipsoids() {
+  CKvEllipsoidList& list = CKvCartSetup::Instance().m_EllipsoidList;
+  if (list.GetEllipsoid("WE")) return;
+  list.ReadEllipsoids(KVCART_DATA_DIR "ellipsoid.tsf", false);
+  list.GenerateCompleteList();
+}
+
+// Adds a record to the projection catalogue for the lifetime of the object.
+class ScopedRecord {
+ public:
+  explicit ScopedRecord(CKvMapProjData* record) : m_record(record) {
+    CKvCartSetup::Instance().m_MapProjectionList.AddMapProjection(record);
+  }
+  ~ScopedRecord() { CKvCartSetup::Instance().m_MapProjectionList.DeleteMapProjection(m_record); }
+  ScopedRecord(const ScopedRecord&) = delete;
+  ScopedRecord& operator=(const ScopedRecord&) = delete;
+  CKvMapProjData* get() const { return m_record; }
+
+ private:
+  CKvMapProjData* m_record;
+};
+
+}  // namespace kvtest
