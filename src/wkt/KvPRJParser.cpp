@@ -209,33 +209,39 @@ double CKvPRJParser::GetParam(const CString& text, const std::vector<const char*
 
 int CKvPRJParser::_MatchBrackets(const CString& text) {
   if (text.IsEmpty()) return -1;
+  const char* s = text.GetString();
+  const int length = text.GetLength();
   int depth = 0;
-  for (int i = 0; i < text.GetLength(); ++i) {
-    if (text[i] == '[') {
+  for (int i = 0; i < length; ++i) {
+    if (s[i] == '[') {
       ++depth;
-    } else if (text[i] == ']') {
+    } else if (s[i] == ']') {
       if (depth < 1) return i;
       --depth;
     }
   }
-  return depth == 0 ? -1 : text.GetLength();
+  return depth == 0 ? -1 : length;
 }
 
 bool CKvPRJParser::_MatchCommas(const CString& text) {
+  const char* s = text.GetString();
+  const int length = text.GetLength();
   int commas = 0, brackets = 0;
-  for (int i = 0; i < text.GetLength(); ++i) {
-    if (text[i] == ',') ++commas;
-    if (text[i] == '[') ++brackets;
+  for (int i = 0; i < length; ++i) {
+    commas += s[i] == ',';
+    brackets += s[i] == '[';
   }
   return commas > brackets;
 }
 
 int CKvPRJParser::_GetBracketLevel(const CString& text) {
+  const char* s = text.GetString();
+  const int length = text.GetLength();
   int level = 0;
-  for (int i = 0; i < text.GetLength(); ++i) {
-    if (text[i] == '[') {
+  for (int i = 0; i < length; ++i) {
+    if (s[i] == '[') {
       ++level;
-    } else if (text[i] == ']') {
+    } else if (s[i] == ']') {
       if (level == 0) break;
       --level;
     }
