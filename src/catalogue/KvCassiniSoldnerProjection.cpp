@@ -2,26 +2,17 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvCassiniSoldnerProjectionIDs::ID_PROJECTION_SECTION =
     "CASSINI_SOLDNER_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    {"Central Meridian:", D::eParamAngle, &K::ID_CENTRAL_MERIDIAN, &K::ID_CENTRAL_MERIDIAN_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(CentralMeridian)},
-    {"Latitude origin:", D::eParamAngle, &K::ID_ORIGIN_LATITUDE, &K::ID_ORIGIN_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfOrigin)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+const SKvParameterSpec kParams[] = {KvSpec::kCentralMeridian, KvSpec::kOriginLatitude,
+                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
 
 }  // namespace
 

@@ -25,6 +25,4 @@ CKvGeographicalProjection::CKvGeographicalProjection(const std::string& name,
     : CKvParameterSet(name, branch, ellipsoid, nullptr, canDelete, canEdit),
       m_dPrimeMeridian(primeMeridian) {}
 
-CKvProjection* CKvGeographicalProjection::CreateProjection() {
-  return new CKvGeographical(this);
-}
+CKvProjection* CKvGeographicalProjection::CreateProjection() { return new CKvGeographical(this); }

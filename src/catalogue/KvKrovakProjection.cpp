@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvKrovakProjectionIDs::ID_PROJECTION_SECTION = "KROVAK_OBLIQUE_CONFORMAL_CONIC";
 
@@ -16,19 +16,14 @@ const SKvParameterSpec kParams[] = {
      EKvAltKey::eNone, KV_PRJ_FIELD(ScaleFactor)},
     {"Pseudo parallel:", D::eParamAngle, &K::ID_PSEUDO_PARALLEL, &K::ID_PSEUDO_PARALLEL_DMS,
      EKvAltKey::eDms, KV_PRJ_FIELD(PseudoParallel)},
-    {"Longitude of center:", D::eParamAngle, &K::ID_CENTER_LONGITUDE, &K::ID_CENTER_LONGITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LongitudeOfCenter)},
-    {"Latitude of center:", D::eParamAngle, &K::ID_CENTER_LATITUDE, &K::ID_CENTER_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfCenter)},
-    {"Azimuth:", D::eParamAngle, &K::ID_AZIMUTH, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(Azimuth)},
-    {"XY plane rotation:", D::eParamAngle, &K::ID_XY_PLANE_ROTATION, nullptr, EKvAltKey::eNone,
-     KV_PRJ_FIELD(XYPlaneRotation)},
+    KvSpec::kCenterLongitude,
+    KvSpec::kCenterLatitude,
+    KvSpec::kAzimuth,
+    KvSpec::kXYPlaneRotation,
     {"X scale:", D::eParamNumber, &K::ID_X_SCALE, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(XScale)},
     {"Y scale:", D::eParamNumber, &K::ID_Y_SCALE, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(YScale)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
+    KvSpec::kFalseEasting,
+    KvSpec::kFalseNorthing,
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvLambert1SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_1SP_PROJECTION";
@@ -13,16 +13,12 @@ typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
 const SKvParameterSpec kParams[] = {
-    {"Scale:", D::eParamNumber, &K::ID_SCALE, &K::ID_SCALE_REDUCTION, EKvAltKey::eScaleReduction,
-     KV_PRJ_FIELD(ScaleFactor)},
+    KvSpec::kScale,
     {"Central meridian:", D::eParamAngle, &K::ID_ORIGIN_LONGITUDE, &K::ID_ORIGIN_LONGITUDE_DMS,
      EKvAltKey::eDms, KV_PRJ_FIELD(CentralMeridian)},
-    {"Latitude origin:", D::eParamAngle, &K::ID_ORIGIN_LATITUDE, &K::ID_ORIGIN_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfOrigin)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
+    KvSpec::kOriginLatitude,
+    KvSpec::kFalseEasting,
+    KvSpec::kFalseNorthing,
 };
 
 }  // namespace

@@ -2,30 +2,18 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvLambert2SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_2SP_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    {"First parallel:", D::eParamAngle, &K::ID_PARALLEL_1, &K::ID_PARALLEL_1_DMS, EKvAltKey::eDms,
-     KV_PRJ_FIELD(StandardParallel1)},
-    {"Second parallel:", D::eParamAngle, &K::ID_PARALLEL_2, &K::ID_PARALLEL_2_DMS, EKvAltKey::eDms,
-     KV_PRJ_FIELD(StandardParallel2)},
-    {"Longitude origin:", D::eParamAngle, &K::ID_ORIGIN_LONGITUDE, &K::ID_ORIGIN_LONGITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(CentralMeridian)},
-    {"Latitude origin:", D::eParamAngle, &K::ID_ORIGIN_LATITUDE, &K::ID_ORIGIN_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfOrigin)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+const SKvParameterSpec kParams[] = {KvSpec::kParallel1,       KvSpec::kParallel2,
+                                    KvSpec::kOriginLongitude, KvSpec::kOriginLatitude,
+                                    KvSpec::kFalseEasting,    KvSpec::kFalseNorthing};
 
 }  // namespace
 

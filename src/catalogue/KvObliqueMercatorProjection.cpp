@@ -2,29 +2,18 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvObliqueMercatorProjectionIDs::ID_PROJECTION_SECTION =
     "OBLIQUE_MERCATOR_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    {"Scale:", D::eParamNumber, &K::ID_SCALE, &K::ID_SCALE_REDUCTION, EKvAltKey::eScaleReduction,
-     KV_PRJ_FIELD(ScaleFactor)},
-    {"Longitude of center:", D::eParamAngle, &K::ID_CENTER_LONGITUDE, &K::ID_CENTER_LONGITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LongitudeOfCenter)},
-    {"Latitude of center:", D::eParamAngle, &K::ID_CENTER_LATITUDE, &K::ID_CENTER_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfCenter)},
-    {"Azimuth:", D::eParamAngle, &K::ID_AZIMUTH, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(Azimuth)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+const SKvParameterSpec kParams[] = {KvSpec::kScale,          KvSpec::kCenterLongitude,
+                                    KvSpec::kCenterLatitude, KvSpec::kAzimuth,
+                                    KvSpec::kFalseEasting,   KvSpec::kFalseNorthing};
 
 }  // namespace
 

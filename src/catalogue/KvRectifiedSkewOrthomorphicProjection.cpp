@@ -2,31 +2,18 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvRectifiedSkewOrthomorphicProjectionIDs::ID_PROJECTION_SECTION =
     "RECTIFIED_SKEW_ORTHOMORPHIC_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
 const SKvParameterSpec kParams[] = {
-    {"Scale:", D::eParamNumber, &K::ID_SCALE, &K::ID_SCALE_REDUCTION, EKvAltKey::eScaleReduction,
-     KV_PRJ_FIELD(ScaleFactor)},
-    {"Longitude of center:", D::eParamAngle, &K::ID_CENTER_LONGITUDE, &K::ID_CENTER_LONGITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LongitudeOfCenter)},
-    {"Latitude of center:", D::eParamAngle, &K::ID_CENTER_LATITUDE, &K::ID_CENTER_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfCenter)},
-    {"Azimuth:", D::eParamAngle, &K::ID_AZIMUTH, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(Azimuth)},
-    {"XY plane rotation:", D::eParamAngle, &K::ID_XY_PLANE_ROTATION, nullptr, EKvAltKey::eNone,
-     KV_PRJ_FIELD(XYPlaneRotation)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+    KvSpec::kScale,           KvSpec::kCenterLongitude, KvSpec::kCenterLatitude, KvSpec::kAzimuth,
+    KvSpec::kXYPlaneRotation, KvSpec::kFalseEasting,    KvSpec::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvRotatedLongitudeLatitudeProjectionIDs::ID_PROJECTION_SECTION =
     "ROTATED_LONGITUDE_LATITUDE_PROJECTION";

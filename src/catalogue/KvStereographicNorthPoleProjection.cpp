@@ -2,26 +2,17 @@
 
 #include <array>
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
 
 const std::string CKvStereographicNorthPoleProjectionIDs::ID_PROJECTION_SECTION =
     "STEREOGRAPHIC_NORTH_POLE_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    {"First parallel:", D::eParamAngle, &K::ID_PARALLEL_1, &K::ID_PARALLEL_1_DMS, EKvAltKey::eDms,
-     KV_PRJ_FIELD(StandardParallel1)},
-    {"Central meridian:", D::eParamAngle, &K::ID_CENTRE, &K::ID_CENTRE_DMS, EKvAltKey::eDms,
-     KV_PRJ_FIELD(CentralMeridian)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+const SKvParameterSpec kParams[] = {KvSpec::kParallel1, KvSpec::kCentre, KvSpec::kFalseEasting,
+                                    KvSpec::kFalseNorthing};
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "TestCatalogue.h"
+#include "platform/CommaLocale.h"
 #include "catalogue/KvGeographicalProjection.h"
 #include "catalogue/KvTransverseMercatorProjection.h"
 #include "engines/KvProjection.h"
@@ -169,6 +170,17 @@ TEST(KvPRJParser, ReadsNumbersInTheCLocaleAndUnparsableOnesAsZero) {
   EXPECT_EQ(CKvPRJParser::GetParam("x,\"A\",abc]", "A", -1), 0.0);
   EXPECT_EQ(CKvPRJParser::GetParam("x,\"AB\",2]", "A", -1), -1.0);  // whole quoted names only
   EXPECT_EQ(CKvPRJParser::GetParam("\"B\",2],\"C\",3]", {"A", "C", "B"}, -1), 3.0);
+}
+
+TEST(KvPRJParser, ReadsAndWritesNumbersWithAFullStopUnderACommaLocale) {
+  CommaLocale comma;
+  if (!comma.Active()) GTEST_SKIP() << "no comma-decimal locale available";
+  CKvPRJParser parser(kUtm32.c_str());
+  ASSERT_TRUE(parser.Parse(false));
+  EXPECT_EQ(parser.GetScaleFactor(), 0.9996);
+  CString text;
+  parser.Format(text);
+  EXPECT_NE(std::string(text.GetString()).find("298.257223563"), std::string::npos);
 }
 
 TEST(KvPRJParser, WritesTheParametersOfEachTypeInOrder) {
