@@ -1,26 +1,16 @@
 #include "catalogue/KvTransverseMercatorProjection.h"
 
-#include "wkt/KvPRJParser.h"
+#include "catalogue/KvParameterSpecs.h"
+#include "engines/KvTransverseMercatorJHS.h"
 
 const std::string CKvTransverseMercatorProjectionIDs::ID_PROJECTION_SECTION = "UTM_PROJECTION";
 
 namespace {
 
-typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    {"Scale:", D::eParamNumber, &K::ID_SCALE, &K::ID_SCALE_REDUCTION, EKvAltKey::eScaleReduction,
-     KV_PRJ_FIELD(ScaleFactor)},
-    {"Central meridian:", D::eParamAngle, &K::ID_CENTRE, &K::ID_CENTRE_DMS, EKvAltKey::eDms,
-     KV_PRJ_FIELD(CentralMeridian)},
-    {"Latitude origin:", D::eParamAngle, &K::ID_ORIGIN_LATITUDE, &K::ID_ORIGIN_LATITUDE_DMS,
-     EKvAltKey::eDms, KV_PRJ_FIELD(LatitudeOfOrigin)},
-    {"False easting:", D::eParamLength, &K::ID_FALSE_EASTING, &K::ID_FALSE_EASTING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseEasting)},
-    {"False northing:", D::eParamLength, &K::ID_FALSE_NORTHING, &K::ID_FALSE_NORTHING_FOOT_US,
-     EKvAltKey::eFootUs, KV_PRJ_FIELD(FalseNorthing)},
-};
+const SKvParameterSpec kParams[] = {KvSpec::kScale, KvSpec::kCentre, KvSpec::kOriginLatitude,
+                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
 
 }  // namespace
 
@@ -46,4 +36,6 @@ CKvTransverseMercatorProjection::CKvTransverseMercatorProjection(
           std::array<double, 5>{scale, centre, originLatitude, falseEasting, falseNorthing}.data(),
           canDelete, canEdit) {}
 
-CKvProjection* CKvTransverseMercatorProjection::CreateProjection() { return nullptr; }
+CKvProjection* CKvTransverseMercatorProjection::CreateProjection() {
+  return new CKvTransverseMercatorJHS(this);
+}

@@ -1,5 +1,7 @@
 #include "engines/KvProjection.h"
 
+#include <algorithm>
+
 void CKvProjection::GetOrigin(double* lon, double* lat) {
   *lon = 0.0;
   *lat = 0.0;
@@ -25,3 +27,10 @@ void CKvProjection::GetDerivedParameters(double*) {}
 bool CKvProjection::GetAnonymousEllipsoid(CKvEllipsoid&) { return false; }
 
 CKvProjection::~CKvProjection() = default;
+
+void CKvProjection::_DefaultAreaAroundOrigin(double* x0, double* y0, double* x1, double* y1) {
+  double lon0 = 0.0, lat0 = 0.0;
+  GetOrigin(&lon0, &lat0);
+  Geo2Proj(lon0 - 3.0, std::max(lat0 - 3.0, -90.0), x0, y0);
+  Geo2Proj(lon0 + 3.0, std::min(lat0 + 3.0, 90.0), x1, y1);
+}

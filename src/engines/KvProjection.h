@@ -39,4 +39,9 @@ class KVCART_API CKvProjection {
   // Hands the definition to the WKT writer.
   virtual void TransferParameters(CKvPRJParser& parser) = 0;
   virtual ~CKvProjection();
+
+ protected:
+  // The default area most engines share: the projected corners of the
+  // origin +-3 degrees, latitudes clamped to +-90.
+  void _DefaultAreaAroundOrigin(double* x0, double* y0, double* x1, double* y1);
 };

@@ -17,9 +17,13 @@ class CKvTransverseMercatorProjection;
 // for the transverse Mercator mapping (almost)", 2007; coefficients after
 // Krueger (1912).  Accurate to well under a millimetre within 3900 km of the
 // central meridian.
-// Domain: latitudes beyond +-90 continue over the pole (91 maps like 89 on
-// the far side); the southern hemisphere is the mirror image of the
-// northern one.  A local system ("NON-UTM") passes coordinates through.
+// Domain: latitudes beyond +-90 continue over the pole (91 maps to 20000000
+// m minus the northing 91 would otherwise have, near that of 89, and maps
+// back to about 89); the southern hemisphere is the exact mirror image of
+// the northern one.  A local system ("NON-UTM", also the name an unnamed
+// engine takes) passes coordinates through.  Without an ellipsoid (empty or
+// unknown identifier) a = b = f = 0: Geo2Proj gives the false origin and
+// Proj2Geo divides by zero; this is not guarded.
 // Kept on purpose: the continuation uses 20000000 m whatever the ellipsoid,
 // and the point scale factor is the series as the catalogue has always
 // computed it (see GetScaleFactor).
@@ -43,7 +47,10 @@ class KVCART_API CKvTransverseMercator : public CKvProjection {
 
   bool GetMapProjection(CKvTransverseMercatorProjection& set);
   bool GetEllipsoid(CKvEllipsoid& ellipsoid);
-  // Point scale factor at (lon, lat) in degrees.
+  // Point scale factor at (lon, lat) in degrees, not affected by the local
+  // flag.  The series as the catalogue has always computed it: the L^2 term
+  // (L = dLon^2 cos^2 lat) is not divided by 24 and ends in tan^2(eta^2 lat),
+  // so only its first order is the textbook value.
   double GetScaleFactor(double lon, double lat);
 
   void _Coeffs();
@@ -53,9 +60,17 @@ class KVCART_API CKvTransverseMercator : public CKvProjection {
                  double* lat);
   static double _Csin(const double* c, int count, double arg);
   static void _Cksin(const double* c, int count, double argReal, double argImag, double* real,
-                       double* imag);
+                     double* imag);
 
  private:
+  // The convergence and point-scale series, shared with the JHS engine,
+  // which reports the same figures.
+  friend class CKvTransverseMercatorJHS;
+  static double _Convergence(double k0, double a, double b, double centralMeridian, double lon,
+                             double lat);
+  static double _PointScale(double k0, double a, double b, double centralMeridian, double lon,
+                            double lat);
+
   char m_szName[256];
   double m_dA;
   double m_dB;

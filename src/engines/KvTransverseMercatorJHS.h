@@ -15,8 +15,16 @@ class CKvTransverseMercatorProjection;
 //
 // Formulas: IOGP Publication 373-7-2, section "Transverse Mercator"; accurate
 // to about a millimetre within 4 degrees of the central meridian and usable
-// to about 40 degrees.  A local system ("NON-UTM") passes coordinates
-// through.
+// to about 40 degrees.  The auxiliary angles are evaluated through identities
+// equivalent to the published lines (see the .cpp), and the reverse solves
+// for the isometric latitude by Newton's method instead of direct iteration.
+// Domain: |lon - central meridian| < 90 degrees, |lat| <= 90; no
+// continuation over the pole.  A local system ("NON-UTM", also the name an
+// unnamed engine takes) passes coordinates through.  Without an ellipsoid
+// (empty or unknown identifier) a = b = f = e = 0: Geo2Proj gives the false
+// origin and Proj2Geo divides by zero; this is not guarded.
+// Convergence, point scale and default area are those of
+// CKvTransverseMercator.
 class KVCART_API CKvTransverseMercatorJHS : public CKvProjection {
  public:
   explicit CKvTransverseMercatorJHS(CKvTransverseMercatorProjection* set);
@@ -37,7 +45,8 @@ class KVCART_API CKvTransverseMercatorJHS : public CKvProjection {
 
   bool GetMapProjection(CKvTransverseMercatorProjection& set);
   bool GetEllipsoid(CKvEllipsoid& ellipsoid);
-  // Point scale factor at (lon, lat) in degrees.
+  // Point scale factor at (lon, lat) in degrees: the same series as
+  // CKvTransverseMercator::GetScaleFactor, oddities included.
   double GetScaleFactor(double lon, double lat);
 
  private:

@@ -6,6 +6,8 @@
 // Numeric facts the whole library shares, named once.
 namespace KvConst {
 
+constexpr double kPi = 3.141592653589793;
+constexpr double kHalfPi = 1.5707963267948966;
 constexpr double kDegToRad = 0.017453292519943295;   // pi / 180
 constexpr double kRadToDeg = 57.29577951308232;      // 180 / pi
 constexpr double kUsSurveyFoot = 0.30480060960121924;  // 1200 / 3937 m

@@ -1,0 +1,300 @@
+#include "engines/KvTransverseMercatorJHS.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvMapProjData.h"
+#include "catalogue/KvTransverseMercatorProjection.h"
+#include "engines/KvEngineCatalogue.h"
+#include "engines/KvTransverseMercator.h"
+#include "platform/KvConstants.h"
+
+namespace {
+
+
+// sin(2kx) and cos(2kx), k = 1..4, from sin 2x and cos 2x.  The doubling and
+// three-term recurrences read the same for sinh and cosh, so the same call
+// gives sinh(2ky) and cosh(2ky) from sinh 2y and cosh 2y.
+struct SMultiple {
+  double s[4];
+  double c[4];
+};
+
+inline SMultiple Multiples(double s1, double c1) {
+  SMultiple m;
+  m.s[0] = s1;
+  m.c[0] = c1;
+  m.s[1] = 2.0 * s1 * c1;
+  m.c[1] = 2.0 * c1 * c1 - 1.0;
+  m.s[2] = 2.0 * c1 * m.s[1] - s1;
+  m.c[2] = 2.0 * c1 * m.c[1] - c1;
+  m.s[3] = 2.0 * m.s[1] * m.c[1];
+  m.c[3] = 2.0 * m.c[1] * m.c[1] - 1.0;
+  return m;
+}
+
+// Hyperbolic functions for the reverse direction, each from one exp or log.
+// The library's versions go through expm1 and log1p to keep their relative
+// accuracy near 0; here every result is added to terms of order 1 (or, in
+// the latitude iteration, multiplied by e), so an absolute error of about
+// 1e-16 is all that matters, and these are two to three times cheaper.
+inline void SinhCosh(double x, double* sh, double* ch) {
+  const double ex = std::exp(x);
+  const double inv = 1.0 / ex;
+  *sh = 0.5 * (ex - inv);
+  *ch = 0.5 * (ex + inv);
+}
+
+inline double Sinh(double x) {
+  const double ex = std::exp(x);
+  return 0.5 * (ex - 1.0 / ex);
+}
+
+inline double Tanh(double x) { return 1.0 - 2.0 / (std::exp(2.0 * x) + 1.0); }
+
+// |x| < 1
+inline double Atanh(double x) { return 0.5 * std::log((1.0 + x) / (1.0 - x)); }
+
+inline double Asinh(double x) {
+  return std::copysign(std::log(std::fabs(x) + std::sqrt(x * x + 1.0)), x);
+}
+
+}  // namespace
+
+CKvTransverseMercatorJHS::CKvTransverseMercatorJHS(CKvTransverseMercatorProjection* set)
+    : m_szName{},
+      m_dA(0.0),
+      m_dB(0.0),
+      m_dK0(set->GetScale()),
+      m_dF(0.0),
+      m_dFalseEasting(set->GetFalseEasting()),
+      m_dFalseNorthing(set->GetFalseNorthing()),
+      m_dCentralMeridian(set->GetCentre()),
+      m_dOriginLatitude(set->GetOriginLatitude()),
+      m_dE(0.0),
+      m_bLocal(false) {
+  CKvEngineCatalogue::CopyName(m_szName, set->GetName());
+  if (m_szName[0] == '\0')
+    CKvEngineCatalogue::CopyName(m_szName,
+                                 CKvMapProjection::IDtoProjectionString(CKvMapProjection::eNonUtm));
+  // Without an ellipsoid a, b, f and e stay 0: B is 0, every projected
+  // coordinate is the false origin and Proj2Geo divides by 0.
+  if (const CKvEllipsoid* ellipsoid = CKvEngineCatalogue::FindEllipsoid(set->GetEllipsoidID())) {
+    m_dA = ellipsoid->GetMajor();
+    m_dB = ellipsoid->GetMinor();
+    m_dF = ellipsoid->GetFlatness();
+    m_dE = ellipsoid->GetEccentricity();
+  }
+  _Coeffs();
+  m_bLocal = CKvMapProjection::IsLocal(m_szName);
+}
+
+CKvTransverseMercatorJHS::CKvTransverseMercatorJHS(const std::string& name, double scale,
+                                                   double centralMeridian, double originLatitude,
+                                                   double falseEasting, double falseNorthing,
+                                                   const CKvEllipsoid& ellipsoid)
+    : m_szName{},
+      m_dA(ellipsoid.GetMajor()),
+      m_dB(ellipsoid.GetMinor()),
+      m_dK0(scale),
+      m_dF(ellipsoid.GetFlatness()),
+      m_dFalseEasting(falseEasting),
+      m_dFalseNorthing(falseNorthing),
+      m_dCentralMeridian(centralMeridian),
+      m_dOriginLatitude(originLatitude),
+      m_dE(ellipsoid.GetEccentricity()),
+      m_bLocal(false) {
+  CKvEngineCatalogue::CopyName(m_szName, name);
+  if (m_szName[0] == '\0')
+    CKvEngineCatalogue::CopyName(m_szName,
+                                 CKvMapProjection::IDtoProjectionString(CKvMapProjection::eNonUtm));
+  _Coeffs();
+  m_bLocal = CKvMapProjection::IsLocal(m_szName);
+}
+
+// Constants of the projection, EPSG Guidance Note 7-2, method 9807: n, B,
+// h1..h4, h'1..h'4 and the meridian arc M0 of the origin latitude.
+void CKvTransverseMercatorJHS::_Coeffs() {
+  const double n = m_dF / (2.0 - m_dF);
+  m_dN = n;
+  m_dBigB = m_dA * (1.0 + n * n / 4.0 + n * n * n * n / 64.0) / (1.0 + n);
+  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eTransverseMercator, true, n, m_adH);
+  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eTransverseMercator, false, n,
+                                             m_adHInv);
+
+  // The general formula breaks down at the poles (tan phi0 is infinite), so
+  // they take the quarter meridian directly.
+  const double phi0 = m_dOriginLatitude * KvConst::kDegToRad;
+  if (phi0 == 0.0) {
+    m_dM0 = 0.0;
+  } else if (KvConst::IsClose(phi0, KvConst::kHalfPi)) {
+    m_dM0 = m_dBigB * KvConst::kHalfPi;
+  } else if (KvConst::IsClose(phi0, -KvConst::kHalfPi)) {
+    m_dM0 = -m_dBigB * KvConst::kHalfPi;
+  } else {
+    const double q0 = std::asinh(std::tan(phi0)) - m_dE * std::atanh(m_dE * std::sin(phi0));
+    const double beta0 = std::atan(std::sinh(q0));
+    const double xi00 = std::asin(std::sin(beta0));
+    const SMultiple m = Multiples(std::sin(2.0 * xi00), std::cos(2.0 * xi00));
+    const double xi0 =
+        xi00 + m_adH[0] * m.s[0] + m_adH[1] * m.s[1] + m_adH[2] * m.s[2] + m_adH[3] * m.s[3];
+    m_dM0 = m_dBigB * xi0;
+  }
+}
+
+const char* CKvTransverseMercatorJHS::GetName() { return m_szName; }
+
+// EPSG Guidance Note 7-2, method 9807, forward.  The auxiliary angles beta,
+// eta0 and xi0 are the Guidance Note's; only their sines, cosines and the
+// hyperbolic functions of eta0 enter the series, and those follow from
+// tan(beta) = sinh(Q) and tanh(eta0) = cos(beta) sin(dLambda) without
+// further trigonometric calls.
+void CKvTransverseMercatorJHS::Geo2Proj(double lon, double lat, double* x, double* y) {
+  if (m_bLocal) {
+    *x = lon;
+    *y = lat;
+    return;
+  }
+  const double phi = lat * KvConst::kDegToRad;
+  const double dLambda = (lon - m_dCentralMeridian) * KvConst::kDegToRad;
+  const double e = m_dE;
+  const double sinPhi = std::sin(phi);
+
+  const double Q = std::asinh(std::tan(phi)) - e * std::atanh(e * sinPhi);
+  // beta = atan(sinh Q)
+  const double sinBeta = std::tanh(Q);
+  const double cosBeta = 1.0 / std::cosh(Q);
+  // eta0 = atanh(cos(beta) sin(dLambda))
+  const double w = cosBeta * std::sin(dLambda);
+  const double eta0 = std::atanh(w);
+  const double coshEta0 = 1.0 / std::sqrt((1.0 - w) * (1.0 + w));
+  // xi0 = asin(sin(beta) cosh(eta0)); its cosine is cos(beta) cos(dLambda)
+  // cosh(eta0), which stays accurate where the sine approaches 1.  atan2
+  // gives the same angle wherever |dLambda| < 90 degrees.
+  const double sinXi0 = sinBeta * coshEta0;
+  const double cosXi0 = cosBeta * std::cos(dLambda) * coshEta0;
+  const double xi0 = std::atan2(sinXi0, cosXi0);
+
+  // xi = xi0 + sum h_k sin(2k xi0) cosh(2k eta0)
+  // eta = eta0 + sum h_k cos(2k xi0) sinh(2k eta0)
+  const SMultiple t = Multiples(2.0 * sinXi0 * cosXi0, (cosXi0 - sinXi0) * (cosXi0 + sinXi0));
+  const double coshSq = coshEta0 * coshEta0;
+  const SMultiple h = Multiples(2.0 * w * coshSq, (1.0 + w * w) * coshSq);
+  double xi = xi0;
+  double eta = eta0;
+  for (int k = 0; k < 4; ++k) {
+    xi += m_adH[k] * t.s[k] * h.c[k];
+    eta += m_adH[k] * t.c[k] * h.s[k];
+  }
+
+  *x = m_dFalseEasting + m_dK0 * m_dBigB * eta;
+  *y = m_dFalseNorthing + m_dK0 * (m_dBigB * xi - m_dM0);
+}
+
+// EPSG Guidance Note 7-2, method 9807, reverse.  As in the forward
+// direction, beta' is used through tan(beta') and cos(beta'), formed from
+// xi0' and eta0' directly.
+void CKvTransverseMercatorJHS::Proj2Geo(double x, double y, double* lon, double* lat) {
+  if (m_bLocal) {
+    *lon = x;
+    *lat = y;
+    return;
+  }
+  const double kB = m_dBigB * m_dK0;
+  const double etaP = (x - m_dFalseEasting) / kB;
+  const double xiP = ((y - m_dFalseNorthing) + m_dK0 * m_dM0) / kB;
+
+  // xi0' = xi' - sum h'_k sin(2k xi') cosh(2k eta')
+  // eta0' = eta' - sum h'_k cos(2k xi') sinh(2k eta')
+  double sinh2EtaP, cosh2EtaP;
+  SinhCosh(2.0 * etaP, &sinh2EtaP, &cosh2EtaP);
+  const SMultiple t = Multiples(std::sin(2.0 * xiP), std::cos(2.0 * xiP));
+  const SMultiple h = Multiples(sinh2EtaP, cosh2EtaP);
+  double xi0P = xiP;
+  double eta0P = etaP;
+  for (int k = 0; k < 4; ++k) {
+    xi0P -= m_adHInv[k] * t.s[k] * h.c[k];
+    eta0P -= m_adHInv[k] * t.c[k] * h.s[k];
+  }
+
+  // beta' = asin(sin(xi0') / cosh(eta0')), so that
+  // cos(beta') cosh(eta0') = sqrt(sinh^2(eta0') + cos^2(xi0')) =: r.
+  const double sinXi0P = std::sin(xi0P);
+  const double cosXi0P = std::cos(xi0P);
+  double sinhEta0P, coshEta0P;
+  SinhCosh(eta0P, &sinhEta0P, &coshEta0P);
+  const double r = std::sqrt(sinhEta0P * sinhEta0P + cosXi0P * cosXi0P);
+  const double QP = Asinh(sinXi0P / r);  // asinh(tan(beta'))
+
+  // Q'' = Q' + e atanh(e tanh Q''), which the Guidance Note solves by direct
+  // iteration (each step gains only a factor of about e^2, some seven steps
+  // in all).  Newton's method on the same equation converges quadratically
+  // with a constant below e^2, so once a step is under 1e-7 the error left
+  // is under 1e-16: two steps for terrestrial ellipsoids.
+  const double e = m_dE;
+  const double e2 = e * e;
+  double Q = QP;
+  double th = sinXi0P / coshEta0P;  // tanh(Q') = sin(beta')
+  for (int i = 0; i < 10; ++i) {
+    const double g = Q - QP - e * Atanh(e * th);
+    const double dg = 1.0 - e2 * (1.0 - th * th) / (1.0 - e2 * th * th);
+    const double step = g / dg;
+    Q -= step;
+    if (!(std::fabs(step) >= 1e-7)) break;
+    th = Tanh(Q);
+  }
+
+  *lat = std::atan(Sinh(Q)) * KvConst::kRadToDeg;  // phi = atan(sinh Q'')
+  // dLambda = asin(tanh(eta0') / cos(beta')) = atan2(sinh(eta0'), cos(xi0'))
+  *lon = m_dCentralMeridian + std::atan2(sinhEta0P, cosXi0P) * KvConst::kRadToDeg;
+}
+
+void CKvTransverseMercatorJHS::GetOrigin(double* lon, double* lat) {
+  *lon = m_dCentralMeridian;
+  *lat = m_dOriginLatitude;
+}
+
+double CKvTransverseMercatorJHS::GetConvergence(double lon, double lat) {
+  if (m_bLocal) return 0.0;
+  return CKvTransverseMercator::_Convergence(m_dK0, m_dA, m_dB, m_dCentralMeridian, lon, lat);
+}
+
+double CKvTransverseMercatorJHS::GetScaleFactor(double lon, double lat) {
+  return CKvTransverseMercator::_PointScale(m_dK0, m_dA, m_dB, m_dCentralMeridian, lon, lat);
+}
+
+void CKvTransverseMercatorJHS::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {
+  if (IsLocal()) {
+    *x0 = 0.0;
+    *y0 = 0.0;
+    *x1 = 10000.0;
+    *y1 = 10000.0;
+    return;
+  }
+  _DefaultAreaAroundOrigin(x0, y0, x1, y1);
+}
+
+bool CKvTransverseMercatorJHS::IsLocal() { return m_bLocal; }
+
+bool CKvTransverseMercatorJHS::GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) {
+  if (!(m_dA > 0.0)) return false;
+  ellipsoid.SetParams(m_dA, m_dF == 0.0 ? 0.0 : 1.0 / m_dF);
+  return true;
+}
+
+CKvProjection* CKvTransverseMercatorJHS::Clone() { return new CKvTransverseMercatorJHS(*this); }
+
+void CKvTransverseMercatorJHS::TransferParameters(CKvPRJParser& parser) {
+  CKvTransverseMercatorProjection set;
+  GetMapProjection(set);
+  CKvEngineCatalogue::Transfer(m_szName, set, parser);
+}
+
+bool CKvTransverseMercatorJHS::GetMapProjection(CKvTransverseMercatorProjection& set) {
+  return CKvEngineCatalogue::GetMapProjection(m_szName, set);
+}
+
+bool CKvTransverseMercatorJHS::GetEllipsoid(CKvEllipsoid& ellipsoid) {
+  return CKvEngineCatalogue::GetEllipsoid(m_szName, ellipsoid);
+}
