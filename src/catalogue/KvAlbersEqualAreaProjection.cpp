@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvAlbersEqualAreaProjectionIDs::ID_PROJECTION_SECTION =
     "ALBERS_EQUAL_AREA_PROJECTION";
@@ -11,9 +11,9 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kParallel1,       KvSpec::kParallel2,
-                                    KvSpec::kCentralMeridian, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting,    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kParallel1,       KvRow::kParallel2,
+                                   KvRow::kCentralMeridian, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting,    KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvCassiniSoldnerProjectionIDs::ID_PROJECTION_SECTION =
     "CASSINI_SOLDNER_PROJECTION";
@@ -11,8 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kCentralMeridian, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kCentralMeridian, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting, KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvHotineObliqueMercatorProjectionIDs::ID_PROJECTION_SECTION =
     "HOTINE_OBLIQUE_MERCATOR_PROJECTION";
@@ -11,9 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kScale,          KvSpec::kCenterLongitude,
-                                    KvSpec::kCenterLatitude, KvSpec::kAzimuth,
-                                    KvSpec::kFalseEasting,   KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kScale,   KvRow::kCenterLongitude, KvRow::kCenterLatitude,
+                                   KvRow::kAzimuth, KvRow::kFalseEasting,    KvRow::kFalseNorthing};
 
 }  // namespace
 

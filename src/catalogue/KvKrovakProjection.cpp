@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvKrovakProjectionIDs::ID_PROJECTION_SECTION = "KROVAK_OBLIQUE_CONFORMAL_CONIC";
 
@@ -11,19 +11,19 @@ namespace {
 typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
+const SKvParameterRow kParams[] = {
     {"Scale at pseudo parallel:", D::eParamNumber, &K::ID_SCALE_AT_PSEUDO_PARALLEL, nullptr,
      EKvAltKey::eNone, KV_PRJ_FIELD(ScaleFactor)},
     {"Pseudo parallel:", D::eParamAngle, &K::ID_PSEUDO_PARALLEL, &K::ID_PSEUDO_PARALLEL_DMS,
      EKvAltKey::eDms, KV_PRJ_FIELD(PseudoParallel)},
-    KvSpec::kCenterLongitude,
-    KvSpec::kCenterLatitude,
-    KvSpec::kAzimuth,
-    KvSpec::kXYPlaneRotation,
+    KvRow::kCenterLongitude,
+    KvRow::kCenterLatitude,
+    KvRow::kAzimuth,
+    KvRow::kXYPlaneRotation,
     {"X scale:", D::eParamNumber, &K::ID_X_SCALE, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(XScale)},
     {"Y scale:", D::eParamNumber, &K::ID_Y_SCALE, nullptr, EKvAltKey::eNone, KV_PRJ_FIELD(YScale)},
-    KvSpec::kFalseEasting,
-    KvSpec::kFalseNorthing,
+    KvRow::kFalseEasting,
+    KvRow::kFalseNorthing,
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvLambert1SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_1SP_PROJECTION";
@@ -12,13 +12,13 @@ namespace {
 typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    KvSpec::kScale,
+const SKvParameterRow kParams[] = {
+    KvRow::kScale,
     {"Central meridian:", D::eParamAngle, &K::ID_ORIGIN_LONGITUDE, &K::ID_ORIGIN_LONGITUDE_DMS,
      EKvAltKey::eDms, KV_PRJ_FIELD(CentralMeridian)},
-    KvSpec::kOriginLatitude,
-    KvSpec::kFalseEasting,
-    KvSpec::kFalseNorthing,
+    KvRow::kOriginLatitude,
+    KvRow::kFalseEasting,
+    KvRow::kFalseNorthing,
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvLambert2SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_2SP_PROJECTION";
@@ -11,9 +11,9 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kParallel1,       KvSpec::kParallel2,
-                                    KvSpec::kOriginLongitude, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting,    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kParallel1,       KvRow::kParallel2,
+                                   KvRow::kOriginLongitude, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting,    KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvLambertAzimuthalEqualAreaProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_AZIMUTHAL_EQUAL_AREA_PROJECTION";
@@ -11,8 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kCentre, KvSpec::kOriginLatitude, KvSpec::kFalseEasting,
-                                    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kCentre, KvRow::kOriginLatitude, KvRow::kFalseEasting,
+                                   KvRow::kFalseNorthing};
 
 }  // namespace
 

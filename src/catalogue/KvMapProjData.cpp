@@ -102,8 +102,8 @@ bool CKvMapProjData::IsEquivalent(int mask, EProjectionType type) {
   return (mask & 1) != 0;
 }
 
-bool CKvMapProjData::tsfGetParamDMS(void* section, const char* keyword, int* degrees,
-                                    int* minutes, double* seconds) {
+bool CKvMapProjData::tsfGetParamDMS(void* section, const char* keyword, int* degrees, int* minutes,
+                                    double* seconds) {
   *degrees = 0;
   *minutes = 0;
   *seconds = 0.0;
@@ -118,8 +118,7 @@ bool CKvMapProjData::tsfGetParamDMS(void* section, const char* keyword, int* deg
 
 CKvMapProjData* CKvMapProjData::CreateProjection(EProjectionType type, const std::string& name,
                                                  const std::string& branch,
-                                                 const std::string& ellipsoid,
-                                                 double* parameters) {
+                                                 const std::string& ellipsoid, double* parameters) {
   return CKvParameterSetFactory::Create(type, name, branch, ellipsoid, parameters, true, true);
 }
 

@@ -14,8 +14,7 @@ void CKvMapProjectionList::_dealloc() {
 CKvMapProjData* CKvMapProjectionList::GetMapProjection(const std::string& name) {
   const CString wanted = CKvPRJParser::ShortName(name);
   for (CKvMapProjData* record : m_lstProjections)
-    if (CKvPRJParser::ShortName(record->GetName()).Compare(wanted.GetString()) == 0)
-      return record;
+    if (CKvPRJParser::ShortName(record->GetName()).Compare(wanted.GetString()) == 0) return record;
   return nullptr;
 }
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvMercator1SPProjectionIDs::ID_PROJECTION_SECTION = "MERCATOR_1SP_PROJECTION";
 
@@ -10,8 +10,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kScale, KvSpec::kCentre, KvSpec::kFalseEasting,
-                                    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kScale, KvRow::kCentre, KvRow::kFalseEasting,
+                                   KvRow::kFalseNorthing};
 
 }  // namespace
 

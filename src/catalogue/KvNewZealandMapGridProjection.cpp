@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvNewZealandMapGridProjectionIDs::ID_PROJECTION_SECTION =
     "NEW_ZEALAND_MAP_GRID_PROJECTION";
@@ -11,8 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kOriginLongitude, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kOriginLongitude, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting, KvRow::kFalseNorthing};
 
 }  // namespace
 

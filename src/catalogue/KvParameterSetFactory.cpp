@@ -34,13 +34,11 @@ CKvMapProjData* Make(const std::string& name, const std::string& branch,
 }
 
 template <>
-CKvMapProjData* Make<CKvGeographicalProjection>(const std::string& name,
-                                                const std::string& branch,
-                                                const std::string& ellipsoid,
-                                                const double* values, bool canDelete,
-                                                bool canEdit) {
-  return new CKvGeographicalProjection(name, branch, ellipsoid, values ? values[0] : 0.0,
-                                       canDelete, canEdit);
+CKvMapProjData* Make<CKvGeographicalProjection>(const std::string& name, const std::string& branch,
+                                                const std::string& ellipsoid, const double* values,
+                                                bool canDelete, bool canEdit) {
+  return new CKvGeographicalProjection(name, branch, ellipsoid, values ? values[0] : 0.0, canDelete,
+                                       canEdit);
 }
 
 struct SEntry {
@@ -48,7 +46,8 @@ struct SEntry {
   const SKvParameterSetInfo& (*info)();
 };
 
-#define KV_SET(Set) {Make<Set>, Set::Info}
+#define KV_SET(Set) \
+  { Make<Set>, Set::Info }
 
 // Indexed by projection type - 1.
 const SEntry kSets[] = {
@@ -83,11 +82,9 @@ const SEntry* EntryOf(CKvMapProjData::EProjectionType type) {
 }  // namespace
 
 CKvMapProjData* CKvParameterSetFactory::Create(CKvMapProjData::EProjectionType type,
-                                               const std::string& name,
-                                               const std::string& branch,
-                                               const std::string& ellipsoid,
-                                               const double* values, bool canDelete,
-                                               bool canEdit) {
+                                               const std::string& name, const std::string& branch,
+                                               const std::string& ellipsoid, const double* values,
+                                               bool canDelete, bool canEdit) {
   const SEntry* entry = EntryOf(type);
   return entry ? entry->make(name, branch, ellipsoid, values, canDelete, canEdit) : nullptr;
 }

@@ -8,29 +8,29 @@
 namespace {
 
 // A missing key leaves `value` at 0.0 rather than at whatever the record held.
-double ReadValue(void* section, const SKvParameterSpec& spec) {
+double ReadValue(void* section, const SKvParameterRow& row) {
   double value = 0.0;
-  switch (spec.alt) {
+  switch (row.alt) {
     case EKvAltKey::eDms: {
       int degrees = 0, minutes = 0;
       double seconds = 0.0;
-      if (CKvMapProjData::tsfGetParamDMS(section, spec.altKey->c_str(), &degrees, &minutes,
+      if (CKvMapProjData::tsfGetParamDMS(section, row.altKey->c_str(), &degrees, &minutes,
                                          &seconds))
         return CKvParameterTable::DmsToDegrees(degrees, minutes, seconds);
       break;
     }
     case EKvAltKey::eFootUs:
-      if (tsfGetParam(section, spec.altKey->c_str(), value) == TSF_OK)
+      if (tsfGetParam(section, row.altKey->c_str(), value) == TSF_OK)
         return value * KvConst::kUsSurveyFoot;
       break;
     case EKvAltKey::eScaleReduction:
-      if (tsfGetParam(section, spec.altKey->c_str(), value) == TSF_OK) return (value - 1.0) / value;
+      if (tsfGetParam(section, row.altKey->c_str(), value) == TSF_OK) return (value - 1.0) / value;
       break;
     case EKvAltKey::eNone:
       break;
   }
   value = 0.0;
-  tsfGetParam(section, spec.key->c_str(), value);
+  tsfGetParam(section, row.key->c_str(), value);
   return value;
 }
 
@@ -64,8 +64,7 @@ void CKvParameterTable::Write(void* handle, const SKvParameterSetInfo& info,
   tsfPutParam(section, CKvMapProjDataIDs::ID_PROJECTION_NAME.c_str(), name);
   tsfPutParam(section, CKvMapProjDataIDs::ID_BRANCH_NAME.c_str(), branch);
   tsfPutParam(section, CKvMapProjDataIDs::ID_ELLIPSOID_ID.c_str(), ellipsoid);
-  for (int i = 0; i < info.count; ++i)
-    tsfPutParam(section, info.params[i].key->c_str(), values[i]);
+  for (int i = 0; i < info.count; ++i) tsfPutParam(section, info.params[i].key->c_str(), values[i]);
   tsfEndSection(section);
 }
 

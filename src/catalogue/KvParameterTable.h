@@ -18,11 +18,11 @@ enum class EKvAltKey {
 };
 
 // One numeric parameter of a parameter set.
-struct SKvParameterSpec {
-  const char* label;                     // GetParameter's label, e.g. "Scale:"
+struct SKvParameterRow {
+  const char* label;  // GetParameter's label, e.g. "Scale:"
   CKvMapProjData::EParamType kind;
-  const std::string* key;                // plain decimal key
-  const std::string* altKey;             // null when `alt` is eNone
+  const std::string* key;     // plain decimal key
+  const std::string* altKey;  // null when `alt` is eNone
   EKvAltKey alt;
   void (CKvPRJParser::*transfer)(double);  // the WKT record's setter
   double (CKvPRJParser::*fetch)() const;   // and its getter
@@ -38,7 +38,7 @@ struct SKvParameterSetInfo {
   const char* title;
   CKvMapProjData::EProjectionType type;
   const char* wktName;
-  const SKvParameterSpec* params;  // in field order, which is also file order
+  const SKvParameterRow* params;  // in field order, which is also file order
   int count;
   bool reversedDisplay;  // GetParameter lists the fields last to first
   bool angularUnit;      // the system's unit is the degree, not the metre
@@ -53,8 +53,7 @@ class KVCART_API CKvParameterTable {
                    std::string& branch, std::string& ellipsoid, double* values);
   // Adds a section holding the strings and the values under their plain keys.
   static void Write(void* handle, const SKvParameterSetInfo& info, const std::string& name,
-                    const std::string& branch, const std::string& ellipsoid,
-                    const double* values);
+                    const std::string& branch, const std::string& ellipsoid, const double* values);
   // Hands a definition to the WKT record.  Without an ellipsoid the record
   // is typed "Non_Projected" but still gets every value.
   static void Transfer(CKvPRJParser& parser, const SKvParameterSetInfo& info,

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvPolarStereographicProjectionIDs::ID_PROJECTION_SECTION =
     "POLAR_STEREOGRAPHIC_PROJECTION";
@@ -11,8 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kScale, KvSpec::kCentre, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kScale, KvRow::kCentre, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting, KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvRectifiedSkewOrthomorphicProjectionIDs::ID_PROJECTION_SECTION =
     "RECTIFIED_SKEW_ORTHOMORPHIC_PROJECTION";
@@ -11,9 +11,9 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
-    KvSpec::kScale,           KvSpec::kCenterLongitude, KvSpec::kCenterLatitude, KvSpec::kAzimuth,
-    KvSpec::kXYPlaneRotation, KvSpec::kFalseEasting,    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {
+    KvRow::kScale,           KvRow::kCenterLongitude, KvRow::kCenterLatitude, KvRow::kAzimuth,
+    KvRow::kXYPlaneRotation, KvRow::kFalseEasting,    KvRow::kFalseNorthing};
 
 }  // namespace
 

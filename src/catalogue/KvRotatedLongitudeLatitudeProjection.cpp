@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvRotatedLongitudeLatitudeProjectionIDs::ID_PROJECTION_SECTION =
     "ROTATED_LONGITUDE_LATITUDE_PROJECTION";
@@ -12,7 +12,7 @@ namespace {
 typedef CKvMapProjDataIDs K;
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {
+const SKvParameterRow kParams[] = {
     {"Longitude of south pole:", D::eParamAngle, &K::ID_LONGITUDE_OF_SOUTH_POLE, nullptr,
      EKvAltKey::eNone, KV_PRJ_FIELD(LongitudeOfSouthPole)},
     {"Latitude of south pole:", D::eParamAngle, &K::ID_LATITUDE_OF_SOUTH_POLE, nullptr,

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvStereographicProjectionIDs::ID_PROJECTION_SECTION = "STEREOGRAPHIC_PROJECTION";
 
@@ -10,8 +10,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kScale, KvSpec::kCentre, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kScale, KvRow::kCentre, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting, KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 
 const std::string CKvStereographicSouthPoleProjectionIDs::ID_PROJECTION_SECTION =
     "STEREOGRAPHIC_SOUTH_POLE_PROJECTION";
@@ -11,8 +11,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kParallel1, KvSpec::kCentre, KvSpec::kFalseEasting,
-                                    KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kParallel1, KvRow::kCentre, KvRow::kFalseEasting,
+                                   KvRow::kFalseNorthing};
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #include "catalogue/KvTransverseMercatorProjection.h"
 
-#include "catalogue/KvParameterSpecs.h"
+#include "catalogue/KvParameterRows.h"
 #include "engines/KvTransverseMercatorJHS.h"
 
 const std::string CKvTransverseMercatorProjectionIDs::ID_PROJECTION_SECTION = "UTM_PROJECTION";
@@ -9,8 +9,8 @@ namespace {
 
 typedef CKvMapProjData D;
 
-const SKvParameterSpec kParams[] = {KvSpec::kScale, KvSpec::kCentre, KvSpec::kOriginLatitude,
-                                    KvSpec::kFalseEasting, KvSpec::kFalseNorthing};
+const SKvParameterRow kParams[] = {KvRow::kScale, KvRow::kCentre, KvRow::kOriginLatitude,
+                                   KvRow::kFalseEasting, KvRow::kFalseNorthing};
 
 }  // namespace
 
