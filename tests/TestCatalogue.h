@@ -17,6 +17,15 @@ inline void EnsureEllipsoids() {
   list.GenerateCompleteList();
 }
 
+// Builds the built-in projection catalogue (and the ellipsoids) once per
+// process, with no user folder.
+inline void EnsureCatalogue() {
+  EnsureEllipsoids();
+  CKvMapProjectionList& list = CKvCartSetup::Instance().m_MapProjectionList;
+  if (list.GetMapProjection("UTM-32")) return;
+  list.InitMapProjections(KVCART_DATA_DIR, "/nonexistent-kvcart-user-folder/");
+}
+
 // Adds a record to the projection catalogue for the lifetime of the object.
 class ScopedRecord {
  public:

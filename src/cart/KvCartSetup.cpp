@@ -7,4 +7,21 @@ CKvCartSetup& CKvCartSetup::Instance() {
 
 CKvCartSetup::CKvCartSetup() : m_bEllipsoidListModified(false), m_bMapProjectionListModified(false) {}
 
-CKvCartSetup::~CKvCartSetup() = default;
+// Runs at process exit.  The files are replaced atomically by the
+// parameter-file library, so an exit interrupted while writing leaves the
+// user's previous file in place.  noexcept: an exception here ends the
+// process rather than escaping static destruction.
+CKvCartSetup::~CKvCartSetup() noexcept {
+  if (m_bMapProjectionListModified)
+    m_MapProjectionList.WriteCustomMapProjections(m_strUserFolder + "custom_projection.tsf");
+  if (m_bEllipsoidListModified)
+    m_EllipsoidList.WriteCustomEllipsoids(m_strUserFolder + "custom_ellipsoid.tsf");
+}
+
+void CKvCartSetup::ReadData(const std::string& systemFolder, const std::string& userFolder) {
+  m_strUserFolder = userFolder;
+  m_EllipsoidList.ReadEllipsoids(systemFolder + "ellipsoid.tsf", false);
+  m_EllipsoidList.ReadEllipsoids(userFolder + "custom_ellipsoid.tsf", true);
+  m_EllipsoidList.GenerateCompleteList();
+  m_MapProjectionList.InitMapProjections(systemFolder, userFolder);
+}

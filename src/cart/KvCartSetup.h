@@ -19,6 +19,11 @@ class KVCART_API CKvCartSetup {
   CKvCartSetup(const CKvCartSetup&) = delete;
   CKvCartSetup& operator=(const CKvCartSetup&) = delete;
 
+  // Reads the ellipsoid files and builds the projection catalogue.  Folders
+  // are joined to file names as they are, so each must end with '/'.
+  // Calling it again appends the files' contents once more.
+  void ReadData(const std::string& systemFolder, const std::string& userFolder);
+
   void SetEllipsoidListModified() { m_bEllipsoidListModified = true; }
   void SetMapProjectionListModified() { m_bMapProjectionListModified = true; }
 

@@ -27,6 +27,16 @@ class KVCART_API CKvMapProjectionList {
   // nothing.
   void DeleteMapProjection(CKvMapProjData* record);
 
+  // Builds the catalogue in its fixed order: "LONG/LAT", "UTM-1" to
+  // "UTM-60", the three system files, the user's file (editable records),
+  // "NON-UTM".  Missing files contribute nothing; returns TSF_OK.
+  int InitMapProjections(const std::string& systemFolder, const std::string& userFolder);
+  // Appends the records of one file; returns the parameter-file status.
+  int ReadMapProjections(const std::string& path, bool userDefined);
+  // Writes the editable records to `path`, replacing it atomically; returns
+  // the parameter-file status.
+  int WriteCustomMapProjections(const std::string& path);
+
   Iterator GetIteratorBegin();
   Iterator GetIteratorEnd();
 
