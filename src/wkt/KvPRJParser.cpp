@@ -177,31 +177,45 @@ CString CKvPRJParser::GetNameParam(const CString& text, const char* keyword, CSt
   return NameAndToken(text, keyword, name, value, found);
 }
 
-double CKvPRJParser::GetParam(const CString& text, const char* name, double def) {
-  CString lower(text);
-  lower.MakeLower();
+// The search of GetParam in a text that is already lower-case; `found`
+// says whether the name was there.
+static double ParamInLowered(const CString& lowered, const char* name, double def, bool& found) {
   CString quoted("\"");
   quoted += name;
   quoted += "\"";
   quoted.MakeLower();
-  int pos = lower.Find(quoted.GetString());
-  if (pos < 0) return def;
-  lower.Tokenize(kCloseOrComma, pos);
-  return ToDouble(lower.Tokenize(kCloseOrComma, pos));
+  int pos = lowered.Find(quoted.GetString());
+  found = pos >= 0;
+  if (!found) return def;
+  lowered.Tokenize(kCloseOrComma, pos);
+  return ToDouble(lowered.Tokenize(kCloseOrComma, pos));
+}
+
+static CString Lowered(const CString& text) {
+  CString lower(text);
+  lower.MakeLower();
+  return lower;
+}
+
+// The list variant: the first of the names found gives the value.
+static double FirstParamInLowered(const CString& lowered, const char* const* first,
+                                  const char* const* last, double def) {
+  for (; first != last; ++first) {
+    bool found;
+    const double value = ParamInLowered(lowered, *first, def, found);
+    if (found) return value;
+  }
+  return def;
+}
+
+double CKvPRJParser::GetParam(const CString& text, const char* name, double def) {
+  bool found;
+  return ParamInLowered(Lowered(text), name, def, found);
 }
 
 double CKvPRJParser::GetParam(const CString& text, const std::vector<const char*>& names,
                               double def) {
-  CString lower(text);
-  lower.MakeLower();
-  for (const char* name : names) {
-    CString quoted("\"");
-    quoted += name;
-    quoted += "\"";
-    quoted.MakeLower();
-    if (lower.Find(quoted.GetString()) >= 0) return GetParam(lower, name, def);
-  }
-  return def;
+  return FirstParamInLowered(Lowered(text), names.data(), names.data() + names.size(), def);
 }
 
 // ---------------------------------------------------------------------------
@@ -349,10 +363,15 @@ bool CKvPRJParser::Parse(bool orderParallels) {
 
 void CKvPRJParser::_ReadParameters(const CString& tail) {
   const double NS = KvConst::kNotSet;
+  // The tail is lower-cased once for all the searches below.
+  const CString lower = Lowered(tail);
   auto get = [&](const char* name, double def = KvConst::kNotSet) {
-    return GetParam(tail, name, def);
+    bool found;
+    return ParamInLowered(lower, name, def, found);
   };
-  auto getList = [&](std::vector<const char*> names) { return GetParam(tail, names, NS); };
+  auto getList = [&](std::initializer_list<const char*> names) {
+    return FirstParamInLowered(lower, names.begin(), names.end(), NS);
+  };
 
   EProjectionType t = m_eProjectionType;
   if (t == D::eGeographical || t < D::eTransverseMercator || t > D::eNonProjected) return;
