@@ -1,37 +1,119 @@
 #include "catalogue/KvMapProjectionList.h"
 
+#include <algorithm>
 #include <memory>
+#include <mutex>
 
 #include "catalogue/KvGeographicalProjection.h"
 #include "catalogue/KvTransverseMercatorProjection.h"
 #include "platform/tsf.h"
 #include "wkt/KvPRJParser.h"
 
-CKvMapProjectionList::CKvMapProjectionList() = default;
+namespace {
 
-CKvMapProjectionList::~CKvMapProjectionList() { _dealloc(); }
+std::string KeyOf(const std::string& name) {
+  return CKvPRJParser::ShortName(CString(name)).GetString();
+}
+
+// Every list alive, so that a renamed record can be re-filed in the lists
+// that hold it.
+std::mutex& ListsMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+std::vector<CKvMapProjectionList*>& Lists() {
+  static std::vector<CKvMapProjectionList*> lists;
+  return lists;
+}
+
+}  // namespace
+
+CKvMapProjectionList::CKvMapProjectionList() : m_nNextOrder(0) {
+  std::lock_guard<std::mutex> lock(ListsMutex());
+  Lists().push_back(this);
+}
+
+CKvMapProjectionList::~CKvMapProjectionList() {
+  {
+    std::lock_guard<std::mutex> lock(ListsMutex());
+    std::vector<CKvMapProjectionList*>& lists = Lists();
+    lists.erase(std::remove(lists.begin(), lists.end(), this), lists.end());
+  }
+  _dealloc();
+}
 
 void CKvMapProjectionList::_dealloc() {
   for (CKvMapProjData* record : m_lstProjections) delete record;
   m_lstProjections.clear();
+  m_Index.clear();
+  m_IndexKeys.clear();
 }
 
 CKvMapProjData* CKvMapProjectionList::GetMapProjection(const std::string& name) {
-  const CString wanted = CKvPRJParser::ShortName(name);
-  for (CKvMapProjData* record : m_lstProjections)
-    if (CKvPRJParser::ShortName(record->GetName()).Compare(wanted.GetString()) == 0) return record;
-  return nullptr;
+  const auto bucket = m_Index.find(KeyOf(name));
+  return bucket == m_Index.end() ? nullptr : bucket->second.front().record;
 }
 
 void CKvMapProjectionList::AddMapProjection(CKvMapProjData* record) {
-  if (record) m_lstProjections.push_back(record);
+  if (!record) return;
+  m_lstProjections.push_back(record);
+  _Index(record, m_nNextOrder++);
 }
 
 void CKvMapProjectionList::DeleteMapProjection(CKvMapProjData* record) {
   if (!record) return;
   const std::size_t before = m_lstProjections.size();
   m_lstProjections.remove(record);
-  if (m_lstProjections.size() != before) delete record;
+  if (m_lstProjections.size() == before) return;
+  _Unindex(record, nullptr);
+  delete record;
+}
+
+void CKvMapProjectionList::NoteRenamed(const CKvMapProjData* record) {
+  std::lock_guard<std::mutex> lock(ListsMutex());
+  for (CKvMapProjectionList* list : Lists()) list->_Refile(record);
+}
+
+// Files `record` under its current short name, keeping each name's entries
+// in list order.  A record listed twice shares one key.
+void CKvMapProjectionList::_Index(CKvMapProjData* record, std::uint64_t order) {
+  auto known = m_IndexKeys.find(record);
+  if (known == m_IndexKeys.end())
+    known = m_IndexKeys.emplace(record, KeyOf(record->GetName())).first;
+  std::vector<SIndexEntry>& entries = m_Index[known->second];
+  const auto at =
+      std::upper_bound(entries.begin(), entries.end(), order,
+                       [](std::uint64_t o, const SIndexEntry& entry) { return o < entry.order; });
+  entries.insert(at, SIndexEntry{order, record});
+}
+
+void CKvMapProjectionList::_Unindex(const CKvMapProjData* record,
+                                    std::vector<SIndexEntry>* removed) {
+  const auto known = m_IndexKeys.find(record);
+  if (known == m_IndexKeys.end()) return;
+  const auto bucket = m_Index.find(known->second);
+  if (bucket != m_Index.end()) {
+    std::vector<SIndexEntry>& entries = bucket->second;
+    for (auto it = entries.begin(); it != entries.end();) {
+      if (it->record != record) {
+        ++it;
+        continue;
+      }
+      if (removed) removed->push_back(*it);
+      it = entries.erase(it);
+    }
+    if (entries.empty()) m_Index.erase(bucket);
+  }
+  m_IndexKeys.erase(known);
+}
+
+void CKvMapProjectionList::_Refile(const CKvMapProjData* record) {
+  const auto known = m_IndexKeys.find(record);
+  if (known == m_IndexKeys.end() || known->second == KeyOf(record->GetName())) return;
+  std::vector<SIndexEntry> entries;
+  _Unindex(record, &entries);
+  for (const SIndexEntry& entry : entries) _Index(entry.record, entry.order);
 }
 
 CKvMapProjectionList::Iterator CKvMapProjectionList::GetIteratorBegin() {
@@ -51,8 +133,8 @@ int CKvMapProjectionList::InitMapProjections(const std::string& systemFolder,
     CString name;
     name.Format("UTM-%d", zone);
     AddMapProjection(new CKvTransverseMercatorProjection(name.GetString(), "UTM Projections", "WE",
-                                                         0.9996, 6.0 * zone - 183.0, 0.0,
-                                                         500000.0, 0.0, false, false));
+                                                         0.9996, 6.0 * zone - 183.0, 0.0, 500000.0,
+                                                         0.0, false, false));
   }
   for (const char* file : {"map_projection.tsf", "state_plane_nad83.tsf", "state_plane_nad27.tsf"})
     ReadMapProjections(systemFolder + file, false);

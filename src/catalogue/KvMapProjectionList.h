@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <list>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "catalogue/KvMapProjData.h"
 #include "platform/KvCartExport.h"
@@ -10,6 +13,11 @@
 // list owns its records.  Names are matched by their short names (the WKT
 // system name for WKT text), exactly and case-sensitively, and the first
 // match in list order wins.
+//
+// Look-ups go through an index from short name to the records of that name
+// in list order, kept up to date by every add and delete and by renames of
+// listed records (SetName and ReadFromHandle report them through
+// NoteRenamed), so a look-up costs the same whatever the catalogue's size.
 class KVCART_API CKvMapProjectionList {
  public:
   typedef std::list<CKvMapProjData*>::iterator Iterator;
@@ -40,8 +48,25 @@ class KVCART_API CKvMapProjectionList {
   Iterator GetIteratorBegin();
   Iterator GetIteratorEnd();
 
+  // Called by a record whose name may have changed; re-files it in the index
+  // of every list that holds it.  Records in no list cost one look-up.
+  static void NoteRenamed(const CKvMapProjData* record);
+
  private:
+  // A listed record and its place in the list (entries are only appended, so
+  // a running number orders them).
+  struct SIndexEntry {
+    std::uint64_t order;
+    CKvMapProjData* record;
+  };
+
   void _dealloc();
+  void _Index(CKvMapProjData* record, std::uint64_t order);
+  void _Unindex(const CKvMapProjData* record, std::vector<SIndexEntry>* removed);
+  void _Refile(const CKvMapProjData* record);
 
   std::list<CKvMapProjData*> m_lstProjections;
+  std::unordered_map<std::string, std::vector<SIndexEntry>> m_Index;
+  std::unordered_map<const CKvMapProjData*, std::string> m_IndexKeys;
+  std::uint64_t m_nNextOrder;
 };

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "catalogue/KvMapProjData.h"
+#include "catalogue/KvMapProjectionList.h"
 #include "catalogue/KvParameterTable.h"
 #include "platform/KvCartExport.h"
 
@@ -22,18 +23,23 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   // Empty strings, zeros, editable and deletable.
   CKvParameterSet() : m_adParams{}, m_bCanDelete(true), m_bCanEdit(true) {}
   // `values` holds N doubles in field order; null gives zeros.
-  CKvParameterSet(const std::string& name, const std::string& branch,
-                  const std::string& ellipsoid, const double* values, bool canDelete,
-                  bool canEdit)
-      : m_strName(name), m_strBranchName(branch), m_strEllipsoidID(ellipsoid), m_adParams{},
-        m_bCanDelete(canDelete), m_bCanEdit(canEdit) {
+  CKvParameterSet(const std::string& name, const std::string& branch, const std::string& ellipsoid,
+                  const double* values, bool canDelete, bool canEdit)
+      : m_strName(name),
+        m_strBranchName(branch),
+        m_strEllipsoidID(ellipsoid),
+        m_adParams{},
+        m_bCanDelete(canDelete),
+        m_bCanEdit(canEdit) {
     if (values)
       for (int i = 0; i < N; ++i) m_adParams[i] = values[i];
   }
 
   std::string GetName() const override { return m_strName; }
   void SetName(const std::string& name) override {
-    if (m_bCanEdit) m_strName = name;
+    if (!m_bCanEdit || name == m_strName) return;
+    m_strName = name;
+    CKvMapProjectionList::NoteRenamed(this);
   }
   std::string GetBranchName() const override { return m_strBranchName; }
   void SetBranchName(const std::string& name) override { m_strBranchName = name; }
@@ -43,8 +49,10 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   }
   void ReadFromHandle(void* handle, bool userDefined) override {
     if (!handle) return;
+    const std::string before = m_strName;
     CKvParameterTable::Read(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
                             m_adParams.data());
+    if (m_strName != before) CKvMapProjectionList::NoteRenamed(this);
     m_bCanDelete = userDefined;
     m_bCanEdit = userDefined;
   }
@@ -66,8 +74,7 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   std::string GetProjectionTypeTitle() const override { return Set::Info().title; }
   EProjectionType GetProjectionType() const override { return Set::Info().type; }
   int GetNoOfParameters() const override { return N; }
-  bool GetParameter(int index, std::string& name, double& value,
-                    EParamType& type) const override {
+  bool GetParameter(int index, std::string& name, double& value, EParamType& type) const override {
     return CKvParameterTable::GetParameter(Set::Info(), m_adParams.data(), index, name, value,
                                            type);
   }
