@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include <cstring>
+#include <map>
 #include <memory>
 
 #include "catalogue/KvEllipsoid.h"
@@ -70,6 +71,20 @@ const SName kProjectionNames[] = {
     {"Non_Projected", D::eNonProjected},
 };
 
+// The method names above, lower-cased, built once for all parsers.
+const std::map<std::string, D::EProjectionType>& ProjectionNames() {
+  static const std::map<std::string, D::EProjectionType> names = [] {
+    std::map<std::string, D::EProjectionType> map;
+    for (const SName& entry : kProjectionNames) {
+      CString key(entry.wkt);
+      key.MakeLower();
+      map.emplace(key.GetString(), entry.type);
+    }
+    return map;
+  }();
+  return names;
+}
+
 const char kFE[] = "False_Easting";
 const char kFN[] = "False_Northing";
 const char kCM[] = "Central_Meridian";
@@ -115,11 +130,6 @@ CKvPRJParser::CKvPRJParser(CKvMapProjData& record) {
 CKvPRJParser::~CKvPRJParser() = default;
 
 void CKvPRJParser::_initialize() {
-  for (const SName& entry : kProjectionNames) {
-    CString key(entry.wkt);
-    key.MakeLower();
-    m_mapNames.emplace(key.GetString(), entry.type);
-  }
   m_dPrimeMeridian = m_dAngularUnit = m_dMajor = m_dInvFlattening = KvConst::kNotSet;
   m_DatumShift.Reset();
   m_eProjectionType = D::eUndefined;
@@ -328,8 +338,8 @@ bool CKvPRJParser::Parse(bool orderParallels) {
     const CString name = tail.Tokenize(kBracketOrQuote, tailPos);
     CString key(name);
     key.MakeLower();
-    const auto found = m_mapNames.find(key.GetString());
-    if (found == m_mapNames.end()) {
+    const auto found = ProjectionNames().find(key.GetString());
+    if (found == ProjectionNames().end()) {
       m_eProjectionType = D::eUndefined;
       return false;
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -139,7 +138,6 @@ class KVCART_API CKvPRJParser {
   void _initialize();
   void _ReadParameters(const CString& tail);
 
-  std::map<std::string, EProjectionType> m_mapNames;
   CString m_strSource;
   CString m_strProjCSName;
   CString m_strGeoCSName;
