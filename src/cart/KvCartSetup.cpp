@@ -12,6 +12,10 @@ CKvCartSetup::CKvCartSetup() : m_bEllipsoidListModified(false), m_bMapProjection
 // user's previous file in place.  noexcept: an exception here ends the
 // process rather than escaping static destruction.
 CKvCartSetup::~CKvCartSetup() noexcept {
+  // Without a user folder (ReadData never called) the files would land in
+  // whatever the working directory is and replace a file there that has
+  // nothing to do with this process, so nothing is written.
+  if (m_strUserFolder.empty()) return;
   if (m_bMapProjectionListModified)
     m_MapProjectionList.WriteCustomMapProjections(m_strUserFolder + "custom_projection.tsf");
   if (m_bEllipsoidListModified)

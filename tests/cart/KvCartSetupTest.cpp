@@ -69,6 +69,22 @@ TEST(KvCartSetup, WritesTheUsersEditsAtProcessExit) {
   EXPECT_FALSE(Exists(untouched + "custom_ellipsoid.tsf"));
 }
 
+// A host that never read the catalogues has no user folder; reading a record
+// (which counts as a change) must not drop files into its working folder.
+TEST(KvCartSetup, WritesNothingWithoutAUserFolder) {
+  const std::string cwd = tsftest::TempFolder();
+  ASSERT_EQ(InChild([&] {
+              if (chdir(cwd.c_str()) != 0) return 1;
+              CKvCartSetup::Instance().m_strUserFolder.clear();
+              CKvMapProjection::MapProjection("UTM-32");
+              CKvMapProjection::AddEllipsoid(new CKvEllipsoid("No folder", "Z8", 6378000, 300));
+              return 0;
+            }),
+            0);
+  EXPECT_FALSE(Exists(cwd + "custom_projection.tsf"));
+  EXPECT_FALSE(Exists(cwd + "custom_ellipsoid.tsf"));
+}
+
 TEST(KvCartSetup, WritesOnlyAnEmptyTargetWithoutUserRecords) {
   CKvMapProjectionList list;
   const std::string folder = tsftest::TempFolder();
