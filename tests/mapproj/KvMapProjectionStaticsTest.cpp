@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <string>
 
 #include "TestCatalogue.h"
 #include "catalogue/KvTransverseMercatorProjection.h"
@@ -42,6 +43,48 @@ TEST(KvMapProjectionStatics, FindsRecordsAndTheirEllipsoids) {
   EXPECT_EQ(M::Ellipsoid("Statics C"), nullptr);
   EXPECT_EQ(M::MapProjection("Statics C"), nullptr);
   setup.m_bMapProjectionListModified = false;
+}
+
+// The list format is "ID|name|a|1/f;" per entry, numbers with 16
+// significant digits; a custom ellipsoid appears in the custom and complete
+// lists as soon as it is added, with its edited values after EditEllipsoid,
+// and in neither once deleted.
+TEST(KvMapProjectionStatics, ListsAndEditsEllipsoidsThroughTheStatics) {
+  kvtest::EnsureEllipsoids();
+  CKvCartSetup& setup = CKvCartSetup::Instance();
+  typedef CKvEllipsoidList L;
+  long count = -1;
+  const std::string predefined = M::EnumEllipsoids(L::ePredefinedEllipsoids, &count);
+  EXPECT_GT(count, 10);
+  EXPECT_NE(predefined.find("WE|WGS 1984|6378137|298.257223563;"), std::string::npos);
+  EXPECT_EQ(predefined.back(), ';');
+
+  setup.m_bEllipsoidListModified = false;
+  CKvEllipsoid* custom = new CKvEllipsoid("Statics sphere", "Q7", 6371000.5, 0);
+  M::AddEllipsoid(custom);
+  EXPECT_TRUE(setup.m_bEllipsoidListModified);
+  long customCount = -1;
+  std::string customs = M::EnumEllipsoids(L::eCustomEllipsoids, &customCount);
+  EXPECT_NE(customs.find("Q7|Statics sphere|6371000.5|0;"), std::string::npos);
+  long all = -1;
+  M::EnumEllipsoids(L::eAllEllipsoids, &all);
+  EXPECT_EQ(all, count + customCount);
+
+  custom->SetParams(6371001, 300);
+  M::EditEllipsoid(custom);
+  customs = M::EnumEllipsoids(L::eCustomEllipsoids, &customCount);
+  EXPECT_NE(customs.find("Q7|Statics sphere|6371001|300;"), std::string::npos);
+  EXPECT_EQ(M::EllipsoidFromID("Q7"), custom);
+
+  M::DeleteEllipsoid(custom);
+  customs = M::EnumEllipsoids(L::eCustomEllipsoids, &customCount);
+  EXPECT_EQ(customs.find("Q7|"), std::string::npos);
+  EXPECT_EQ(M::EllipsoidFromID("Q7"), nullptr);
+  EXPECT_EQ(M::EllipsoidFromName("Statics sphere"), nullptr);
+  // A predefined ellipsoid is never deleted.
+  M::DeleteEllipsoid(M::EllipsoidFromID("WE"));
+  EXPECT_NE(M::EllipsoidFromID("WE"), nullptr);
+  setup.m_bEllipsoidListModified = false;
 }
 
 }  // namespace
