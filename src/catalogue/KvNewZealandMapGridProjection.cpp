@@ -3,6 +3,7 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
+#include "engines/KvNewZealandMapGrid.h"
 
 const std::string CKvNewZealandMapGridProjectionIDs::ID_PROJECTION_SECTION =
     "NEW_ZEALAND_MAP_GRID_PROJECTION";
@@ -39,4 +40,6 @@ CKvNewZealandMapGridProjection::CKvNewZealandMapGridProjection(
               .data(),
           canDelete, canEdit) {}
 
-CKvProjection* CKvNewZealandMapGridProjection::CreateProjection() { return nullptr; }
+CKvProjection* CKvNewZealandMapGridProjection::CreateProjection() {
+  return new CKvNewZealandMapGrid(this);
+}

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
+#include "engines/KvRotatedLongitudeLatitude.h"
 
 const std::string CKvRotatedLongitudeLatitudeProjectionIDs::ID_PROJECTION_SECTION =
     "ROTATED_LONGITUDE_LATITUDE_PROJECTION";
@@ -45,4 +46,6 @@ CKvRotatedLongitudeLatitudeProjection::CKvRotatedLongitudeLatitudeProjection(
           std::array<double, 3>{longitudeOfSouthPole, latitudeOfSouthPole, angleOfRotation}.data(),
           canDelete, canEdit) {}
 
-CKvProjection* CKvRotatedLongitudeLatitudeProjection::CreateProjection() { return nullptr; }
+CKvProjection* CKvRotatedLongitudeLatitudeProjection::CreateProjection() {
+  return new CKvRotatedLongitudeLatitude(this);
+}

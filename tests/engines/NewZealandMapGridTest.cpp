@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <memory>
+
+#include "TestCatalogue.h"
+#include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvNewZealandMapGridProjection.h"
+#include "engines/KvNewZealandMapGrid.h"
+#include "wkt/KvPRJParser.h"
+
+// [P]: PROJ, one line each way:
+//   proj -f "%.4f" +proj=nzmg +lat_0=-41 +lon_0=173 +x_0=2510000 +y_0=6023150 +ellps=intl
+//   invproj -f "%.11f" (same parameters)
+
+namespace {
+
+const CKvEllipsoid kInternational("International 1924", "IN", 6378388, 297);
+
+CKvNewZealandMapGrid Nzmg(const char* name = "NZMG test",
+                          const CKvEllipsoid& ellipsoid = kInternational) {
+  return CKvNewZealandMapGrid(name, 173, -41, 2510000, 6023150, ellipsoid);
+}
+
+TEST(NewZealandMapGrid, AgreesWithIndependentValuesBothWays) {
+  struct {
+    double lon, lat, x, y;
+  } const forward[] =
+      {
+          {174.7633, -36.8485, 2667665.9324, 6482380.3138},  // [P] Auckland
+          {172.6362, -43.5321, 2480614.5269, 5741827.0255},  // [P] Christchurch
+          {168.35, -46.9, 2155463.4816, 5357672.3299},       // [P] Stewart Island
+          {178.0, -38.0, 2949107.1685, 6343863.8199},        // [P] East Cape
+          // The point of LINZ's test vector 2487100.638, 6751049.719 (see below).
+          {172.739194, -34.444066, 2487100.6644, 6751049.7543},  // [P]
+      },
+          inverse[] = {
+              {174.76329999974, -36.84849999944, 2667665.9324, 6482380.3138},  // [P]
+              {166.49999999958, -45.50000000066, 2002410.1324, 5503189.8334},  // [P]
+              {175.1483920770, -37.5840845772, 2700000, 6400000},              // [P]
+          };
+  CKvNewZealandMapGrid engine = Nzmg();
+  double u = 0, v = 0;
+  for (const auto& c : forward) {
+    engine.Geo2Proj(c.lon, c.lat, &u, &v);
+    EXPECT_NEAR(u, c.x, 1e-3) << c.lon << " " << c.lat;
+    EXPECT_NEAR(v, c.y, 1e-3) << c.lon << " " << c.lat;
+  }
+  for (const auto& c : inverse) {
+    engine.Proj2Geo(c.x, c.y, &u, &v);
+    EXPECT_NEAR(u, c.lon, 1e-9) << c.x << " " << c.y;
+    EXPECT_NEAR(v, c.lat, 1e-9) << c.x << " " << c.y;
+  }
+  // LINZ, "New Zealand map grid transformation formulae", test vectors; the
+  // geographic values are rounded to 1e-6 degrees.
+  const double linz[][4] = {{2487100.638, 6751049.719, 172.739194, -34.444066},
+                            {2486533.395, 6077263.661, 172.723106, -40.512409},
+                            {2216746.425, 5388508.765, 169.172062, -46.651295}};
+  for (const auto& c : linz) {
+    engine.Proj2Geo(c[0], c[1], &u, &v);
+    EXPECT_NEAR(u, c[2], 5e-7) << c[0];
+    EXPECT_NEAR(v, c[3], 5e-7) << c[0];
+  }
+}
+
+TEST(NewZealandMapGrid, RoundTripsAcrossTheCountryWellUnderAMillimetre) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  for (double lon = 166.0; lon <= 179.0; lon += 1.0) {
+    for (double lat = -47.5; lat <= -34.0; lat += 0.75) {
+      double x, y, lon2, lat2, x2, y2;
+      engine.Geo2Proj(lon, lat, &x, &y);
+      engine.Proj2Geo(x, y, &lon2, &lat2);
+      engine.Geo2Proj(lon2, lat2, &x2, &y2);
+      // The D series only approximates the inverse of the A series: up to
+      // about 0.1 mm at 47.5 S.
+      EXPECT_NEAR(x2, x, 2e-4) << lon << " " << lat;
+      EXPECT_NEAR(y2, y, 2e-4) << lon << " " << lat;
+    }
+  }
+}
+
+TEST(NewZealandMapGrid, OriginMapsExactlyToTheFalseOriginAndBack) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  double x = 0, y = 0, lon = 0, lat = 0;
+  engine.Geo2Proj(173, -41, &x, &y);
+  EXPECT_EQ(x, 2510000.0);
+  EXPECT_EQ(y, 6023150.0);
+  engine.Proj2Geo(2510000, 6023150, &lon, &lat);
+  EXPECT_EQ(lon, 173.0);
+  EXPECT_EQ(lat, -41.0);
+}
+
+TEST(NewZealandMapGrid, FarPointsStillReturnWithoutHanging) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  double x = 0, y = 0, lon = 0, lat = 0;
+  engine.Geo2Proj(-7, 51, &x, &y);  // the other side of the world
+  EXPECT_TRUE(std::isfinite(x) && std::isfinite(y));
+  // Far off the grid Newton's method does not settle; the step limit ends it.
+  for (double far : {1e8, -1e8, 1e12}) engine.Proj2Geo(far, -far, &lon, &lat);
+  engine.Proj2Geo(NAN, 6023150, &lon, &lat);
+  EXPECT_TRUE(std::isnan(lon));
+}
+
+TEST(NewZealandMapGrid, ResultScalesWithTheSemiMajorAxisOnly) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  CKvNewZealandMapGrid doubled = Nzmg("Doubled", CKvEllipsoid("Big", "BG", 2 * 6378388.0, 297));
+  CKvNewZealandMapGrid flatter = Nzmg("Flatter", CKvEllipsoid("F", "FL", 6378388, 298.257223563));
+  double x, y, x2, y2, x3, y3;
+  engine.Geo2Proj(174.7633, -36.8485, &x, &y);
+  doubled.Geo2Proj(174.7633, -36.8485, &x2, &y2);
+  flatter.Geo2Proj(174.7633, -36.8485, &x3, &y3);
+  EXPECT_NEAR(x2 - 2510000, 2 * (x - 2510000), 1e-6);
+  EXPECT_NEAR(y2 - 6023150, 2 * (y - 6023150), 1e-6);
+  EXPECT_EQ(x3, x);
+  EXPECT_EQ(y3, y);
+}
+
+TEST(NewZealandMapGrid, ConvergenceAndFixedDefaultArea) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  // proj -V (parameters above): convergence -1d10'24.834" at Auckland and
+  // 1d42'25.739" at 170.5036 E, 45.8788 S; the engine differences over 1'.
+  EXPECT_NEAR(engine.GetConvergence(174.7633, -36.8485), -1.17356492, 1e-3);
+  EXPECT_NEAR(engine.GetConvergence(170.5036, -45.8788), 1.70714975, 1e-3);
+  double x0, y0, x1, y1;
+  CKvNewZealandMapGrid("Elsewhere", 0, 0, 0, 0, kInternational).GetDefaultArea(&x0, &y0, &x1, &y1);
+  EXPECT_EQ(x0, 2000000.0);
+  EXPECT_EQ(y0, 5300000.0);
+  EXPECT_EQ(x1, 3000000.0);
+  EXPECT_EQ(y1, 6800000.0);
+}
+
+TEST(NewZealandMapGrid, CloneProjectsBitIdentically) {
+  CKvNewZealandMapGrid engine = Nzmg();
+  std::unique_ptr<CKvProjection> copy(engine.Clone());
+  double x1, y1, x2, y2;
+  engine.Geo2Proj(172.6362, -43.5321, &x1, &y1);
+  copy->Geo2Proj(172.6362, -43.5321, &x2, &y2);
+  EXPECT_EQ(std::memcmp(&x1, &x2, sizeof x1), 0);
+  EXPECT_EQ(std::memcmp(&y1, &y2, sizeof y1), 0);
+}
+
+TEST(NewZealandMapGrid, CatalogueEntryBuildsTheEngineAndWritesItsDefinition) {
+  kvtest::EnsureEllipsoids();
+  kvtest::ScopedRecord record(new CKvNewZealandMapGridProjection("KvNzmg test grid", "NZGD49", "IN",
+                                                                 173, -41, 2510000, 6023150));
+  std::unique_ptr<CKvProjection> engine(record.get()->CreateProjection());
+  auto* nzmg = dynamic_cast<CKvNewZealandMapGrid*>(engine.get());
+  ASSERT_NE(nzmg, nullptr);
+  double x, y;
+  engine->Geo2Proj(174.7633, -36.8485, &x, &y);
+  EXPECT_NEAR(x, 2667665.9324, 1e-3);  // [P], as above
+  CKvEllipsoid ellipsoid;
+  ASSERT_TRUE(nzmg->GetEllipsoid(ellipsoid));
+  EXPECT_EQ(ellipsoid.GetID(), "IN");
+
+  CKvPRJParser parser(*engine);
+  EXPECT_EQ(parser.GetProjectionType(), CKvMapProjData::eNewZealandMapGrid);
+  EXPECT_STREQ(parser.GetDatum().GetString(), "NZGD49");
+  EXPECT_EQ(parser.GetCentralMeridian(), 173.0);
+  EXPECT_EQ(parser.GetLatitudeOfOrigin(), -41.0);
+  EXPECT_EQ(parser.GetFalseNorthing(), 6023150.0);
+  CString text;
+  ASSERT_TRUE(parser.Format(text));
+  EXPECT_NE(std::strstr(text.GetString(), "PROJECTION[\"New_Zealand_Map_Grid\"]"), nullptr);
+  EXPECT_NE(std::strstr(text.GetString(), "UNIT[\"Meter\",1"), nullptr) << text.GetString();
+
+  CKvNewZealandMapGrid orphan = Nzmg("Not in any catalogue");
+  CKvNewZealandMapGridProjection set;
+  EXPECT_FALSE(orphan.GetMapProjection(set));
+  EXPECT_EQ(CKvPRJParser(orphan).GetProjectionType(), CKvMapProjData::eNonProjected);
+}
+
+TEST(NewZealandMapGrid, SetWithoutKnownEllipsoidGivesAnUnusableEngine) {
+  kvtest::EnsureEllipsoids();
+  for (const char* id : {"", "??"}) {
+    CKvNewZealandMapGridProjection set("No ellipsoid", "", id, 173, -41, 2510000, 6023150);
+    std::unique_ptr<CKvProjection> engine(set.CreateProjection());
+    double x = 0, y = 0, lon = 0, lat = 0;
+    engine->Geo2Proj(173, -41, &x, &y);
+    engine->Proj2Geo(2510000, 6023150, &lon, &lat);
+    EXPECT_TRUE(std::isnan(x) && std::isnan(y) && std::isnan(lon) && std::isnan(lat)) << id;
+    CKvEllipsoid e("E", "E", 1, 2);
+    EXPECT_FALSE(engine->GetAnonymousEllipsoid(e));
+    EXPECT_EQ(e.GetMajor(), 1.0);
+  }
+}
+
+}  // namespace
