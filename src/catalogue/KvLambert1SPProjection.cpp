@@ -3,6 +3,7 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
+#include "engines/KvLambert1SP.h"
 
 const std::string CKvLambert1SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_1SP_PROJECTION";
@@ -47,4 +48,4 @@ CKvLambert1SPProjection::CKvLambert1SPProjection(const std::string& name, const 
               .data(),
           canDelete, canEdit) {}
 
-CKvProjection* CKvLambert1SPProjection::CreateProjection() { return nullptr; }
+CKvProjection* CKvLambert1SPProjection::CreateProjection() { return new CKvLambert1SP(this); }

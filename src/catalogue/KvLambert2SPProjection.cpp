@@ -3,6 +3,7 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
+#include "engines/KvLambert2SP.h"
 
 const std::string CKvLambert2SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_2SP_PROJECTION";
@@ -41,4 +42,4 @@ CKvLambert2SPProjection::CKvLambert2SPProjection(const std::string& name, const 
                                   .data(),
                               canDelete, canEdit) {}
 
-CKvProjection* CKvLambert2SPProjection::CreateProjection() { return nullptr; }
+CKvProjection* CKvLambert2SPProjection::CreateProjection() { return new CKvLambert2SP(this); }
