@@ -9,7 +9,13 @@
 #include "catalogue/KvEllipsoid.h"
 #include "catalogue/KvParameterSetFactory.h"
 #include "engines/KvGeographical.h"
+#include "engines/KvLambert1SP.h"
+#include "engines/KvLambert2SP.h"
+#include "engines/KvMercator1SP.h"
+#include "engines/KvMercator2SP.h"
+#include "engines/KvNewZealandMapGrid.h"
 #include "engines/KvProjection.h"
+#include "engines/KvRotatedLongitudeLatitude.h"
 #include "engines/KvTransverseMercatorJHS.h"
 #include "mapproj/KvMapProjection.h"
 #include "platform/KvCLocale.h"
@@ -26,9 +32,7 @@ const char kCloseOrComma[] = "],";
 const char kCommaOrClose[] = ",]";
 
 // C-locale conversion; text that does not start a number reads as 0.
-double ToDouble(const CString& text) {
-  return strtod_l(text.GetString(), nullptr, KvCLocale());
-}
+double ToDouble(const CString& text) { return strtod_l(text.GetString(), nullptr, KvCLocale()); }
 
 bool IsSet(double v) { return v != KvConst::kNotSet; }
 
@@ -158,8 +162,8 @@ CString CKvPRJParser::GetName(const CString& text, const char* keyword) {
 
 // Finds `keyword`, reads its quoted name and the token after it, and returns
 // the text that follows.
-static CString NameAndToken(const CString& text, const char* keyword, CString& name,
-                            CString& token, bool& found) {
+static CString NameAndToken(const CString& text, const char* keyword, CString& name, CString& token,
+                            bool& found) {
   found = false;
   int pos = text.Find(keyword);
   if (pos < 0) return CString();
@@ -521,10 +525,32 @@ CKvProjection* CKvPRJParser::CreateMapProjection() const {
   const double cm = deg(m_dCentralMeridian) + m_dPrimeMeridian;
   const double lo = deg(m_dLatitudeOfOrigin);
 
+  // The engines that derive a number from their parameters are asked for it
+  // once, as every caller that builds them from values does.
+  auto derived = [](CKvProjection* engine) {
+    double scratch = 0.0;
+    engine->GetDerivedParameters(&scratch);
+    return engine;
+  };
   switch (t) {
     case D::eTransverseMercator:
     case D::eNonProjected:  // deliberately the same engine
       return new CKvTransverseMercatorJHS(name, m_dScaleFactor, cm, lo, fe, fn, ellipsoid);
+    case D::eLambert2SP:
+      return new CKvLambert2SP(name, deg(m_dStandardParallel1), deg(m_dStandardParallel2), cm, lo,
+                               fe, fn, ellipsoid);
+    case D::eLambert1SP:
+      return new CKvLambert1SP(name, m_dScaleFactor, cm, lo, fe, fn, ellipsoid);
+    case D::eNewZealandMapGrid:
+      return new CKvNewZealandMapGrid(name, cm, lo, fe, fn, ellipsoid);
+    case D::eRotatedLongitudeLatitude:
+      return new CKvRotatedLongitudeLatitude(name, deg(m_dLongitudeOfSouthPole),
+                                             deg(m_dLatitudeOfSouthPole), deg(m_dAngleOfRotation),
+                                             ellipsoid);
+    case D::eMercator2SP:
+      return derived(new CKvMercator2SP(name, deg(m_dStandardParallel1), cm, fe, fn, ellipsoid));
+    case D::eMercator1SP:
+      return derived(new CKvMercator1SP(name, m_dScaleFactor, cm, fe, fn, ellipsoid));
     case D::eGeographical:
       return new CKvGeographical(name, m_dPrimeMeridian, ellipsoid);
     default:
@@ -589,7 +615,8 @@ struct SWktParam {
   double (CKvPRJParser::*get)() const;
 };
 
-#define KV_WKT(Name, Field) {Name, &CKvPRJParser::Get##Field}
+#define KV_WKT(Name, Field) \
+  { Name, &CKvPRJParser::Get##Field }
 const SWktParam kFE_ = KV_WKT(kFE, FalseEasting);
 const SWktParam kFN_ = KV_WKT(kFN, FalseNorthing);
 const SWktParam kCM_ = KV_WKT(kCM, CentralMeridian);

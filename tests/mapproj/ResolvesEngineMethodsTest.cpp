@@ -1,0 +1,153 @@
+// WKT strings and catalogue records of every method with an engine resolve
+// end to end: through CKvMapProjection, its units and the flat C entries.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "KvCart.h"
+#include "TestCatalogue.h"
+#include "catalogue/KvLambert1SPProjection.h"
+#include "catalogue/KvLambert2SPProjection.h"
+#include "catalogue/KvMercator1SPProjection.h"
+#include "catalogue/KvMercator2SPProjection.h"
+#include "catalogue/KvNewZealandMapGridProjection.h"
+#include "catalogue/KvRotatedLongitudeLatitudeProjection.h"
+#include "engines/KvProjection.h"
+#include "mapproj/KvMapProjection.h"
+
+namespace {
+
+std::string Geogcs(const char* datum, const char* spheroid, const char* a, const char* invf) {
+  return std::string("GEOGCS[\"") + datum + "\",DATUM[\"" + datum + "\",SPHEROID[\"" + spheroid +
+         "\"," + a + "," + invf +
+         "]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]]";
+}
+
+const std::string kClarke = Geogcs("NAD27", "Clarke 1866", "6378206.4", "294.9786982");
+
+// EPSG Guidance Note 7-2 worked examples (IOGP 373-7-2), each given as the
+// .prj text of its system.  The Texas grid is in US survey feet, so the
+// object's projected coordinates are too.
+struct SCase {
+  const char* what;
+  std::string wkt;
+  double lon, lat, x, y;
+  double tolerance;
+};
+
+const SCase kCases[] = {
+    {"Lambert 2SP, NAD27 / Texas South Central (GN 7-2: E 2963503.91, N 254759.80 ftUS)",
+     "PROJCS[\"NAD27 / Texas South Central\"," + kClarke +
+         ",PROJECTION[\"Lambert_Conformal_Conic_2SP\"],"
+         "PARAMETER[\"standard_parallel_1\",28.38333333333333],"
+         "PARAMETER[\"standard_parallel_2\",30.28333333333333],"
+         "PARAMETER[\"latitude_of_origin\",27.83333333333333],"
+         "PARAMETER[\"central_meridian\",-99],PARAMETER[\"false_easting\",2000000],"
+         "PARAMETER[\"false_northing\",0],UNIT[\"US survey foot\",0.3048006096012192]]",
+     -96, 28.5, 2963503.91, 254759.80, 0.01},
+    {"Lambert 1SP, JAD69 / Jamaica National Grid (GN 7-2: E 255966.58, N 142493.51)",
+     "PROJCS[\"JAD69 / Jamaica National Grid\"," + kClarke +
+         ",PROJECTION[\"Lambert_Conformal_Conic_1SP\"],"
+         "PARAMETER[\"latitude_of_origin\",18],PARAMETER[\"central_meridian\",-77],"
+         "PARAMETER[\"scale_factor\",1],PARAMETER[\"false_easting\",250000],"
+         "PARAMETER[\"false_northing\",150000],UNIT[\"metre\",1]]",
+     -(76 + 56 / 60.0 + 37.26 / 3600), 17 + 55 / 60.0 + 55.80 / 3600, 255966.58, 142493.51, 0.01},
+    {"Mercator 1SP, Makassar / NEIEZ (GN 7-2: E 5009726.58, N 569150.82)",
+     "PROJCS[\"Makassar / NEIEZ\"," +
+         Geogcs("Makassar", "Bessel 1841", "6377397.155", "299.1528128") +
+         ",PROJECTION[\"Mercator_1SP\"],PARAMETER[\"central_meridian\",110],"
+         "PARAMETER[\"scale_factor\",0.997],PARAMETER[\"false_easting\",3900000],"
+         "PARAMETER[\"false_northing\",900000],UNIT[\"metre\",1]]",
+     120, -3, 5009726.58, 569150.82, 0.01},
+    {"Mercator 2SP, Pulkovo 1942 / Caspian Sea Mercator (GN 7-2: E 165704.29, N 5171848.07)",
+     "PROJCS[\"Pulkovo 1942 / Caspian Sea Mercator\"," +
+         Geogcs("Pulkovo 1942", "Krassowsky 1940", "6378245", "298.3") +
+         ",PROJECTION[\"Mercator_2SP\"],PARAMETER[\"standard_parallel_1\",42],"
+         "PARAMETER[\"central_meridian\",51],PARAMETER[\"false_easting\",0],"
+         "PARAMETER[\"false_northing\",0],UNIT[\"metre\",1]]",
+     53, 53, 165704.29, 5171848.07, 0.01},
+    // echo "174.764 -36.848" | proj -f %.4f +proj=nzmg +lat_0=-41 +lon_0=173
+    //   +x_0=2510000 +y_0=6023150 +ellps=intl   ->  2667729.4893 6482434.5110
+    {"New Zealand map grid (proj +proj=nzmg: 2667729.4893 6482434.5110)",
+     "PROJCS[\"NZGD49 / New Zealand Map Grid\"," +
+         Geogcs("NZGD49", "International 1924", "6378388", "297") +
+         ",PROJECTION[\"New_Zealand_Map_Grid\"],PARAMETER[\"latitude_of_origin\",-41],"
+         "PARAMETER[\"central_meridian\",173],PARAMETER[\"false_easting\",2510000],"
+         "PARAMETER[\"false_northing\",6023150],UNIT[\"metre\",1]]",
+     174.764, -36.848, 2667729.4893, 6482434.5110, 0.001},
+};
+
+TEST(ResolvesEngineMethods, WktOfEachMethodProjectsThePublishedExamples) {
+  for (const SCase& c : kCases) {
+    SCOPED_TRACE(c.what);
+    ASSERT_TRUE(CKvMapProjection::IsValid(c.wkt.c_str()));
+    CKvMapProjection object(c.wkt);
+    ASSERT_NE(object.GetProjection(), nullptr);
+    double x = 0, y = 0, lon = 0, lat = 0;
+    object.Geo2Proj(c.lon, c.lat, &x, &y);
+    EXPECT_NEAR(x, c.x, c.tolerance);
+    EXPECT_NEAR(y, c.y, c.tolerance);
+    object.Proj2Geo(x, y, &lon, &lat);
+    EXPECT_NEAR(lon, c.lon, 1e-9);
+    EXPECT_NEAR(lat, c.lat, 1e-9);
+
+    // The same through the flat entries.
+    void* handle = nullptr;
+    int status = -1;
+    C_KVMP_CREATE(c.wkt.c_str(), &handle, &status);
+    ASSERT_EQ(status, 0);
+    double cx = 0, cy = 0;
+    C_KVMP_GEO2PROJ(handle, c.lon, c.lat, &cx, &cy);
+    EXPECT_EQ(cx, x);
+    EXPECT_EQ(cy, y);
+    C_KVMP_DESTROY(&handle, &status);
+    EXPECT_EQ(status, 0);
+  }
+}
+
+// A catalogue record of each method builds the engine its WKT builds, and
+// the engine's own WKT leads back to the same numbers.
+TEST(ResolvesEngineMethods, CatalogueRecordsAgreeWithTheirWkt) {
+  kvtest::EnsureCatalogue();
+  kvtest::ScopedRecord records[] = {
+      kvtest::ScopedRecord(new CKvLambert2SPProjection("Resolve LCC2", "B", "CC", 28.38333333333333,
+                                                       30.28333333333333, -99, 27.83333333333333,
+                                                       609601.2192024384, 0)),
+      kvtest::ScopedRecord(
+          new CKvLambert1SPProjection("Resolve LCC1", "B", "CC", 1, -77, 18, 250000, 150000)),
+      kvtest::ScopedRecord(
+          new CKvMercator1SPProjection("Resolve Merc1", "B", "BR", 0.997, 110, 3900000, 900000)),
+      kvtest::ScopedRecord(new CKvMercator2SPProjection("Resolve Merc2", "B", "KA", 42, 51, 0, 0)),
+      kvtest::ScopedRecord(new CKvNewZealandMapGridProjection("Resolve NZMG", "B", "IN", 173, -41,
+                                                              2510000, 6023150)),
+      kvtest::ScopedRecord(new CKvRotatedLongitudeLatitudeProjection("Resolve rotated", "B", "XY",
+                                                                     10, -40, 15)),
+  };
+  for (const kvtest::ScopedRecord& record : records) {
+    const std::string name = record.get()->GetName();
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(CKvMapProjection::IsValid(name.c_str()));
+    CKvMapProjection byName(name);
+    ASSERT_NE(byName.GetProjection(), nullptr);
+    EXPECT_EQ(byName.GetProjection()->GetName(), name);
+    // The object keeps a catalogue name as the engine's WKT.
+    const std::string wkt = byName.GetProjectionString();
+    ASSERT_EQ(wkt.rfind("PROJCS[", 0), 0u) << wkt;
+    CKvMapProjection byWkt(wkt);
+    ASSERT_NE(byWkt.GetProjection(), nullptr);
+    // A point half a degree from the system's origin.
+    double lon = 0, lat = 0, x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    byName.GetOrigin(&lon, &lat);
+    lon += 0.5;
+    lat = lat > 0 ? lat - 0.5 : lat + 0.5;
+    byName.Geo2Proj(lon, lat, &x1, &y1);
+    byWkt.Geo2Proj(lon, lat, &x2, &y2);
+    EXPECT_NEAR(x1, x2, 1e-6);
+    EXPECT_NEAR(y1, y2, 1e-6);
+    EXPECT_TRUE(CKvMapProjection::AreIdentical(name.c_str(), wkt.c_str()));
+  }
+}
+
+}  // namespace
