@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "catalogue/KvEllipsoid.h"
+#include "mapproj/KvGeodesicInverse.h"
 #include "platform/KvConstants.h"
 
 namespace {
@@ -104,5 +105,7 @@ void CKvVincenty::GetPoint(double lon1, double lat1, double azimuth, double dist
   azimuth2 = alpha2 * KvConst::kRadToDeg;
 }
 
-void CKvVincenty::GetDistance(double, double, double, double, double&, double&,
-                              double&) const {}
+void CKvVincenty::GetDistance(double lon1, double lat1, double lon2, double lat2, double& distance,
+                              double& azimuth1, double& azimuth2) const {
+  CKvGeodesicInverse(m_dA, m_dF).Solve(lon1, lat1, lon2, lat2, distance, azimuth1, azimuth2);
+}

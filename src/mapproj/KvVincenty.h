@@ -4,9 +4,10 @@
 
 class CKvEllipsoid;
 
-// The direct geodesic problem on an ellipsoid by Vincenty's nested series:
-// from a start point, a start azimuth and a length along the geodesic, the
-// end point and the azimuth of travel there.
+// Geodesics on an ellipsoid.  The direct problem by Vincenty's nested
+// series: from a start point, a start azimuth and a length along the
+// geodesic, the end point and the azimuth of travel there.  The inverse
+// problem (GetDistance) by Karney's method, see below.
 //
 // Formulas: T. Vincenty, "Direct and inverse solutions of geodesics on the
 // ellipsoid with application of nested equations", Survey Review 23(176),
@@ -17,8 +18,9 @@ class CKvEllipsoid;
 // Domain: any start point off the poles, any azimuth (clockwise from north),
 // any length.  A sphere (f = 0) takes its latitude as the reduced latitude.
 // Longitudes are returned as lon1 + L, not brought into -180..180.
-// Kept on purpose: the inverse problem is not solved.  GetDistance returns
-// at once and leaves its outputs as the caller set them.
+// The inverse problem is not Vincenty's: his iteration fails to converge for
+// nearly antipodal points, so GetDistance hands over to Karney's method
+// (CKvGeodesicInverse), which converges for every pair.
 class KVCART_API CKvVincenty {
  public:
   explicit CKvVincenty(const CKvEllipsoid& ellipsoid);
@@ -27,7 +29,9 @@ class KVCART_API CKvVincenty {
   // Degrees and metres; azimuth2 is the direction of travel at the end point.
   void GetPoint(double lon1, double lat1, double azimuth, double distance, double& lon2,
                 double& lat2, double& azimuth2) const;
-  // Does nothing (see above).
+  // The shortest path between two points (degrees): its length in metres,
+  // the azimuth at the first point and the azimuth of travel at the second.
+  // NaN for latitudes outside -90..90 or non-finite input.
   void GetDistance(double lon1, double lat1, double lon2, double lat2, double& distance,
                    double& azimuth1, double& azimuth2) const;
 

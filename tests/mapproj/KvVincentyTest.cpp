@@ -71,12 +71,4 @@ TEST(Vincenty, ZeroDistanceStaysAtTheStart) {
   }
 }
 
-TEST(Vincenty, LeavesTheInverseProblemUnsolved) {
-  double distance = 123, azimuth1 = 45, azimuth2 = -7;
-  CKvVincenty(kWgs84).GetDistance(9, 56, 10, 57, distance, azimuth1, azimuth2);
-  EXPECT_EQ(distance, 123);
-  EXPECT_EQ(azimuth1, 45);
-  EXPECT_EQ(azimuth2, -7);
-}
-
 }  // namespace
