@@ -26,7 +26,10 @@ TEST(KvEllipsoidList, ReadsTheBundledCatalogue) {
   CKvEllipsoidList list;
   ASSERT_EQ(list.ReadEllipsoids(kBundled, false), TSF_OK);
   list.GenerateCompleteList();
-  EXPECT_EQ(Ids(list, CKvEllipsoidList::ePredefinedEllipsoids),
+  // The NGA list in file order, then the registry's ellipsoids that it lacks.
+  const std::vector<std::string> predefined = Ids(list, CKvEllipsoidList::ePredefinedEllipsoids);
+  ASSERT_GE(predefined.size(), 24u);
+  EXPECT_EQ(std::vector<std::string>(predefined.begin(), predefined.begin() + 24),
             (std::vector<std::string>{"AA", "AM", "AN", "BN", "BR", "CC", "CD", "EA", "EB", "EC", "ED", "EE",
                                       "EF", "FA", "HE", "HO", "ID", "IN", "KA", "RF", "SA", "WD", "WE", "XY"}));
   // Values of NIMA TR 8350.2, Appendix A.1.
@@ -95,12 +98,13 @@ TEST(KvEllipsoidList, PredefinedShadowsCustomAndOnlyCustomCanChange) {
 
   // The complete list is the predefined list followed by the custom list;
   // any type but 1 and 2 selects it.
+  const size_t n = Ids(list, CKvEllipsoidList::ePredefinedEllipsoids).size();
   std::vector<std::string> all = Ids(list, Type(0));
-  ASSERT_EQ(all.size(), 26u);
+  ASSERT_EQ(all.size(), n + 2);
   EXPECT_EQ(all.front(), "AA");
   EXPECT_EQ(all[23], "XY");
-  EXPECT_EQ(all[24], "WE");
-  EXPECT_EQ(all[25], "M1");
+  EXPECT_EQ(all[n], "WE");
+  EXPECT_EQ(all[n + 1], "M1");
   EXPECT_EQ(Ids(list, Type(7)), all);
   EXPECT_EQ(Ids(list, CKvEllipsoidList::eCustomEllipsoids), (std::vector<std::string>{"WE", "M1"}));
 
@@ -112,12 +116,12 @@ TEST(KvEllipsoidList, PredefinedShadowsCustomAndOnlyCustomCanChange) {
   list.DeleteEllipsoid(wgs);
   list.DeleteEllipsoid(nullptr);
   EXPECT_EQ(list.GetEllipsoid("WE"), wgs);
-  EXPECT_EQ(Ids(list, Type(0)).size(), 26u);
+  EXPECT_EQ(Ids(list, Type(0)).size(), n + 2);
 
   list.DeleteEllipsoid(impostor);
   EXPECT_EQ(list.GetEllipsoidFromName("My WGS"), nullptr);
   EXPECT_EQ(Ids(list, CKvEllipsoidList::eCustomEllipsoids), (std::vector<std::string>{"M2"}));
-  EXPECT_EQ(Ids(list, Type(0)).size(), 25u);
+  EXPECT_EQ(Ids(list, Type(0)).size(), n + 1);
 }
 
 TEST(KvEllipsoidList, CustomEllipsoidsWriteAndReadBack) {
