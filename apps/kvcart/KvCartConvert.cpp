@@ -1,0 +1,320 @@
+#include "KvCartConvert.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <thread>
+
+#include "datum/KvDatumConverter.h"
+#include "mapproj/KvMapProjection.h"
+
+namespace kvcart {
+namespace {
+
+// Input is read and converted in blocks of this size, each split between
+// the worker threads at line ends.
+constexpr size_t kBlockSize = 8u << 20;
+constexpr size_t kMinBytesPerThread = 64u << 10;
+
+struct SLineError {
+  size_t line;  // 1-based within the chunk until reported
+  std::string message;
+};
+
+struct SChunk {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  std::string out;
+  std::vector<SLineError> errors;
+  size_t lines = 0;
+  size_t points = 0;
+  bool stopped = false;  // strict mode met an error
+};
+
+struct SFormat {
+  int xyDecimals;
+  int heightDecimals;
+};
+
+inline bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+inline bool IsSeparator(char c) { return c == ' ' || c == '\t' || c == ','; }
+
+// A number at p (an optional '+' allowed); null when there is none.
+const char* ReadNumber(const char* p, const char* end, double& value) {
+  if (p < end && *p == '+') ++p;
+  const std::from_chars_result r = std::from_chars(p, end, value);
+  if (r.ec != std::errc() || r.ptr == p) return nullptr;
+  return r.ptr;
+}
+
+// Blanks, at most one comma, blanks; null when there is no separator.
+const char* SkipSeparator(const char* p, const char* end) {
+  const char* start = p;
+  while (p < end && IsBlank(*p)) ++p;
+  if (p < end && *p == ',') ++p;
+  while (p < end && IsBlank(*p)) ++p;
+  return p == start ? nullptr : p;
+}
+
+void Append(std::string& out, double value, int decimals) {
+  char buffer[400];
+  const std::to_chars_result r =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+  if (r.ec == std::errc()) {
+    out.append(buffer, r.ptr);
+  } else {
+    const int n = std::snprintf(buffer, sizeof buffer, "%.*g", 17, value);
+    out.append(buffer, static_cast<size_t>(n));
+  }
+}
+
+class CLineConverter {
+ public:
+  CLineConverter(CKvDatumConverter& converter, const SFormat& format, bool height, bool strict)
+      : m_Converter(converter), m_Format(format), m_bHeight(height), m_bStrict(strict) {}
+
+  void Run(SChunk& chunk) {
+    const char* p = chunk.begin;
+    while (p < chunk.end) {
+      const char* newline = static_cast<const char*>(std::memchr(p, '\n', chunk.end - p));
+      const char* lineEnd = newline ? newline : chunk.end;
+      ++chunk.lines;
+      std::string message;
+      if (!Line(p, lineEnd, chunk, message)) {
+        chunk.errors.push_back({chunk.lines, message});
+        if (m_bStrict) {
+          chunk.stopped = true;
+          return;
+        }
+      } else if (newline) {
+        chunk.out += '\n';
+      }
+      p = newline ? newline + 1 : chunk.end;
+    }
+  }
+
+ private:
+  bool Line(const char* begin, const char* end, SChunk& chunk, std::string& message) {
+    const char* p = begin;
+    while (p < end && IsBlank(*p)) ++p;
+    if (p == end || *p == '\r' || *p == '#') {
+      chunk.out.append(begin, end);
+      return true;
+    }
+    const char* indentEnd = p;
+    double x, y, h = 0.0;
+    const char *sep1 = nullptr, *sep1End = nullptr, *sep2 = nullptr, *sep2End = nullptr;
+    p = ReadNumber(p, end, x);
+    if (p) {
+      sep1 = p;
+      p = SkipSeparator(p, end);
+      sep1End = p;
+    }
+    if (p) p = ReadNumber(p, end, y);
+    if (p && m_bHeight) {
+      sep2 = p;
+      p = SkipSeparator(p, end);
+      sep2End = p;
+      if (p) p = ReadNumber(p, end, h);
+    }
+    if (!p || (p < end && !IsSeparator(*p) && *p != '\r')) {
+      message =
+          m_bHeight ? "cannot read three coordinates (x y h)" : "cannot read two coordinates (x y)";
+      return false;
+    }
+    if (m_bHeight) {
+      m_Converter.Convert(x, y, h);
+    } else {
+      m_Converter.Convert(x, y);
+    }
+    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(h)) {
+      message = "the point lies outside the systems' domain";
+      return false;
+    }
+    std::string& out = chunk.out;
+    out.append(begin, indentEnd);
+    Append(out, x, m_Format.xyDecimals);
+    out.append(sep1, sep1End);
+    Append(out, y, m_Format.xyDecimals);
+    if (m_bHeight) {
+      out.append(sep2, sep2End);
+      Append(out, h, m_Format.heightDecimals);
+    }
+    out.append(p, end);
+    ++chunk.points;
+    return true;
+  }
+
+  CKvDatumConverter& m_Converter;
+  SFormat m_Format;
+  bool m_bHeight;
+  bool m_bStrict;
+};
+
+class CProgress {
+ public:
+  CProgress(const std::string& name, long long total)
+      : m_strName(name),
+        m_nTotal(total),
+        m_bShow(total > 0 && isatty(STDERR_FILENO)),
+        m_Start(std::chrono::steady_clock::now()) {}
+  ~CProgress() {
+    if (m_bShow && m_bDrawn) std::fputs("\r\033[K", stderr);
+  }
+  void Update(long long done, size_t points) {
+    if (!m_bShow) return;
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - m_Start).count();
+    const int percent = static_cast<int>(100.0 * static_cast<double>(done) / m_nTotal);
+    const int filled = percent * 30 / 100;
+    std::fprintf(stderr, "\r%s [%.*s%*s] %3d%%  %.2f M points/s", m_strName.c_str(), filled,
+                 "##############################", 30 - filled, "", percent,
+                 seconds > 0 ? static_cast<double>(points) / seconds / 1e6 : 0.0);
+    m_bDrawn = true;
+  }
+
+ private:
+  std::string m_strName;
+  long long m_nTotal;
+  bool m_bShow;
+  bool m_bDrawn = false;
+  std::chrono::steady_clock::time_point m_Start;
+};
+
+// Splits [begin, end) into up to `parts` pieces that end at line ends.
+std::vector<SChunk> Split(const char* begin, const char* end, size_t parts) {
+  std::vector<SChunk> chunks;
+  const size_t size = static_cast<size_t>(end - begin);
+  parts = std::max<size_t>(1, std::min(parts, size / kMinBytesPerThread));
+  const char* p = begin;
+  for (size_t i = 1; i <= parts && p < end; ++i) {
+    const char* cut = i == parts ? end : begin + size * i / parts;
+    if (cut < p) cut = p;
+    if (cut < end) {
+      const char* newline = static_cast<const char*>(std::memchr(cut, '\n', end - cut));
+      cut = newline ? newline + 1 : end;
+    }
+    SChunk chunk;
+    chunk.begin = p;
+    chunk.end = cut;
+    chunks.push_back(std::move(chunk));
+    p = cut;
+  }
+  return chunks;
+}
+
+class CFileConverter {
+ public:
+  CFileConverter(const SConvertSettings& settings, const SFormat& format, size_t threads)
+      : m_Settings(settings), m_Format(format) {
+    for (size_t i = 0; i < threads; ++i)
+      m_Converters.emplace_back(new CKvDatumConverter(settings.from.c_str(), settings.to.c_str()));
+    const bool fromGeo = CKvMapProjection(settings.from).IsGeographical();
+    const bool toGeo = CKvMapProjection(settings.to).IsGeographical();
+    const int type = (fromGeo ? 2 : 0) + (toGeo ? 1 : 0);
+    for (auto& c : m_Converters)
+      c->SetConversionType(static_cast<CKvDatumConverter::ETypeOfConversion>(type));
+  }
+
+  // False when a line failed; `stop` is set when strict mode must end here.
+  bool Convert(const std::string& name, std::FILE* in, bool& stop) {
+    long long total = -1;
+    if (std::fseek(in, 0, SEEK_END) == 0) {
+      total = std::ftell(in);
+      std::rewind(in);
+    }
+    CProgress progress(name, total);
+    std::string buffer;
+    std::vector<char> block(kBlockSize);
+    size_t lineBase = 0, points = 0;
+    long long done = 0;
+    bool ok = true;
+    for (;;) {
+      const size_t n = std::fread(block.data(), 1, block.size(), in);
+      const bool last = n < block.size();
+      buffer.append(block.data(), n);
+      done += static_cast<long long>(n);
+      size_t usable = buffer.size();
+      if (!last) {
+        const size_t newline = buffer.rfind('\n');
+        if (newline == std::string::npos) continue;  // a very long line: read on
+        usable = newline + 1;
+      }
+      std::vector<SChunk> chunks =
+          Split(buffer.data(), buffer.data() + usable, m_Converters.size());
+      std::vector<std::thread> workers;
+      for (size_t i = 1; i < chunks.size(); ++i)
+        workers.emplace_back([this, &chunks, i] { Worker(i).Run(chunks[i]); });
+      if (!chunks.empty()) Worker(0).Run(chunks[0]);
+      for (std::thread& t : workers) t.join();
+      for (SChunk& chunk : chunks) {
+        std::fwrite(chunk.out.data(), 1, chunk.out.size(), stdout);
+        for (const SLineError& e : chunk.errors)
+          std::fprintf(stderr, "%s:%zu: %s\n", name.c_str(), lineBase + e.line, e.message.c_str());
+        if (!chunk.errors.empty()) ok = false;
+        points += chunk.points;
+        lineBase += chunk.lines;
+        if (chunk.stopped) {
+          stop = true;
+          return false;
+        }
+      }
+      progress.Update(done, points);
+      buffer.erase(0, usable);
+      if (last) break;
+    }
+    if (std::ferror(in)) {
+      std::fprintf(stderr, "%s: read error\n", name.c_str());
+      return false;
+    }
+    return ok;
+  }
+
+ private:
+  CLineConverter Worker(size_t i) {
+    return CLineConverter(*m_Converters[i], m_Format, m_Settings.height, m_Settings.strict);
+  }
+
+  const SConvertSettings& m_Settings;
+  SFormat m_Format;
+  std::vector<std::unique_ptr<CKvDatumConverter>> m_Converters;
+};
+
+}  // namespace
+
+int RunConvert(const SConvertSettings& settings) {
+  SFormat format;
+  format.heightDecimals = settings.precision >= 0 ? settings.precision : 3;
+  format.xyDecimals = settings.precision >= 0                          ? settings.precision
+                      : CKvMapProjection(settings.to).IsGeographical() ? 9
+                                                                       : 3;
+  const size_t threads = std::max(1u, std::min(8u, std::thread::hardware_concurrency()));
+  CFileConverter converter(settings, format, threads);
+
+  std::vector<std::string> files = settings.files;
+  if (files.empty()) files.push_back("-");
+  bool ok = true, stop = false;
+  for (const std::string& file : files) {
+    const bool isStdin = file == "-";
+    std::FILE* in = isStdin ? stdin : std::fopen(file.c_str(), "rb");
+    if (!in) {
+      std::fprintf(stderr, "%s: %s\n", file.c_str(), std::strerror(errno));
+      ok = false;
+      if (settings.strict) break;
+      continue;
+    }
+    if (!converter.Convert(isStdin ? "<stdin>" : file, in, stop)) ok = false;
+    if (!isStdin) std::fclose(in);
+    if (stop) break;
+  }
+  std::fflush(stdout);
+  return ok ? 0 : 1;
+}
+
+}  // namespace kvcart
