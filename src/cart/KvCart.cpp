@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cart/KvCartSetup.h"
+#include "cart/KvCartTextInternal.h"
 #include "engines/KvProjection.h"
 #include "mapproj/KvMapProjection.h"
 
@@ -14,18 +15,7 @@ namespace {
 
 CKvMapProjection* AsMapProjection(void* handle) { return static_cast<CKvMapProjection*>(handle); }
 
-// The size counts characters without the terminator, so a text exactly
-// `size` long is copied together with its zero into size + 1 bytes.
-void CopyText(const char* text, char* buffer, int size, int* status) {
-  if (!text) text = "";
-  const std::size_t length = std::strlen(text);
-  if (static_cast<long long>(length) > size) {
-    *status = static_cast<int>(length);
-    return;
-  }
-  std::memcpy(buffer, text, length + 1);
-  *status = 0;
-}
+using kvcart_c::CopyText;
 
 }  // namespace
 

@@ -1,11 +1,10 @@
 // The flat entry points of the local grid and the proj4 translation.  The
 // conventions they share are described in KvCart.h.
 
-#include <cstdint>
-#include <cstring>
 #include <string>
 
 #include "KvCart.h"
+#include "cart/KvCartTextInternal.h"
 #include "mapproj/KvCartography.h"
 #include "mapproj/KvMapProjection.h"
 #include "wkt/KvProjTranslator.h"
@@ -14,22 +13,10 @@ namespace {
 
 CKvCartography* AsCartography(void* handle) { return static_cast<CKvCartography*>(handle); }
 
-// The size counts characters without the terminator, so a text exactly
-// `size` long is copied together with its zero into size + 1 bytes.  The
-// lengths are compared as unsigned 64-bit numbers; a negative size has room
-// for nothing.
-void CopyText(const std::string& text, char* buffer, int size, int* status) {
-  const std::uint64_t length = text.size();
-  if (size < 0 || length > static_cast<std::uint64_t>(size)) {
-    *status = static_cast<int>(length);
-    return;
-  }
-  std::memcpy(buffer, text.c_str(), text.size() + 1);
-  *status = 0;
-}
+using kvcart_c::CopyText;
 
-void CopyText(const char* text, char* buffer, int size, int* status) {
-  CopyText(std::string(text ? text : ""), buffer, size, status);
+void CopyText(const std::string& text, char* buffer, int size, int* status) {
+  CopyText(text.c_str(), text.size(), buffer, size, status);
 }
 
 }  // namespace
