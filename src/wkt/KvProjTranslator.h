@@ -24,11 +24,11 @@ class CKvPRJParser;
 //   anything the reader does not take for WKT (the reserved names "NON-UTM"
 //   and "LONG/LAT" among them, which are kept as names rather than WKT)
 //   give "+proj=undef " and nothing more.
-// - Keys a method does not read are written with the reader's not-set value
-//   -1e-35 (times the degree factor for angles), e.g. +lat_ts for Mercator
-//   1SP and +k for Mercator 2SP.  A consumer that takes k0 from +lat_ts, or
-//   refuses k <= 0, reads those two Mercator strings differently from what
-//   this library computes (1SP agrees only for k = 1).
+// - A key whose value the WKT does not give is left out rather than written
+//   with the reader's not-set value: Mercator 1SP has no +lat_ts and
+//   Mercator 2SP no +k, and a consumer that takes k0 from +lat_ts, or
+//   refuses k <= 0, would otherwise read them differently from what this
+//   library computes.  A missing prime meridian counts as 0.
 // - A non-projected system (type 21) is computed by this library with the
 //   transverse Mercator engine, so it is written as "+proj=tmerc " with the
 //   transverse Mercator keys.
