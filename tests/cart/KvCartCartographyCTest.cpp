@@ -58,23 +58,14 @@ TEST(CEntryLocalGrid, ForwardEveryMemberInItsArgumentOrder) {
   // (proj -V) give, by the rotation, 695940.566281 6205521.956432, and
   //   proj -I -f %.10f $P -> 12.1386352340 55.9550181648, convergence there
   //   (proj -V) 2.60148830.
-  const double expected[] = {752608.8604,
-                             6157704.9881,
-                             13,
-                             55.5,
-                             695940.566281,
-                             6205521.956432,
-                             10000,
-                             0,
-                             12.1386352340,
-                             55.9550181648,
-                             10000,
-                             0,
-                             2.60148830 + 30 - 2.48782790,
-                             30 - 2.48782790};
-  const double tolerance[] = {1e-3, 1e-3, 1e-9, 1e-9, 1e-3, 1e-3, 1e-6,
-                              1e-6, 1e-8, 1e-8, 1e-6, 1e-6, 1e-6, 1e-7};
-  for (int i = 0; i < 14; ++i) EXPECT_NEAR(out[i], expected[i], tolerance[i]) << i;
+  const double trueNorth = 2.60148830 + 30 - 2.48782790, projNorth = 30 - 2.48782790;
+  const struct {
+    double value, tolerance;
+  } expected[] = {{752608.8604, 1e-3},   {6157704.9881, 1e-3},   {13, 1e-9},    {55.5, 1e-9},
+                  {695940.566281, 1e-3}, {6205521.956432, 1e-3}, {10000, 1e-6}, {0, 1e-6},
+                  {12.1386352340, 1e-8}, {55.9550181648, 1e-8},  {10000, 1e-6}, {0, 1e-6},
+                  {trueNorth, 1e-6},     {projNorth, 1e-7}};
+  for (int i = 0; i < 14; ++i) EXPECT_NEAR(out[i], expected[i].value, expected[i].tolerance) << i;
   // The grid's object answers as a map-projection handle.
   EXPECT_EQ(out[14], out[0]);
   EXPECT_EQ(out[15], out[1]);
@@ -106,27 +97,26 @@ TEST(CEntryLocalGrid, Convert2Proj4CopiesTheTextByTheSameRule) {
   const int length = static_cast<int>(utm32.size());
   char buffer[512];
 
-  std::strcpy(buffer, "x");
-  EXPECT_EQ(kvcc_proj4("UTM-32", nullptr, 0, buffer, length), 0);
-  EXPECT_EQ(buffer, utm32);
-  std::strcpy(buffer, "x");
-  EXPECT_EQ(kvcc_proj4("UTM-32", nullptr, 0, buffer, length - 1), length);
-  EXPECT_STREQ(buffer, "x");
-  EXPECT_EQ(kvcc_proj4("UTM-32", nullptr, 0, buffer, -1), length);
-  EXPECT_STREQ(buffer, "x");
-
+  const struct {
+    const char* coordSys;
+    int size, status;
+    std::string buffer;
+  } rows[] = {
+      {"UTM-32", length, 0, utm32},
+      {"UTM-32", length - 1, length, "x"},  // too small: left alone, the length returned
+      {"UTM-32", -1, length, "x"},
+      {"No such system", 0, 0, ""},
+      {"UTM", 511, -1, "x"},  // generic "UTM" raises inside
+      {nullptr, 511, -1, "x"},
+  };
+  for (const auto& row : rows) {
+    std::strcpy(buffer, "x");
+    EXPECT_EQ(kvcc_proj4(row.coordSys, nullptr, 0, buffer, row.size), row.status) << row.size;
+    EXPECT_EQ(buffer, row.buffer);
+  }
   double shift[] = {1, 2, 3};
   EXPECT_EQ(kvcc_proj4("UTM-32", shift, 3, buffer, 511), 0);
   EXPECT_NE(std::string(buffer).find(" +towgs84=1,2,3,0,0,0,0 +units=m "), std::string::npos);
-
-  EXPECT_EQ(kvcc_proj4("No such system", nullptr, 0, buffer, 0), 0);
-  EXPECT_STREQ(buffer, "");
-  // Generic "UTM" raises inside and a null string is refused: status -1,
-  // buffer untouched.
-  std::strcpy(buffer, "x");
-  EXPECT_EQ(kvcc_proj4("UTM", nullptr, 0, buffer, 511), -1);
-  EXPECT_EQ(kvcc_proj4(nullptr, nullptr, 0, buffer, 511), -1);
-  EXPECT_STREQ(buffer, "x");
 }
 
 }  // namespace

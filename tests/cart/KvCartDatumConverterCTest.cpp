@@ -5,16 +5,13 @@
 #include <string>
 
 #include "TestCatalogue.h"
-#include "datum/KvDatumConverter.h"
 
 // Defined in KvCartDatumConverterCTest.c.
 extern "C" {
 int kvdc_create_destroy(const char* source, const char* target, int* kept, int destroyed[2],
                         int returned[2]);
 int kvdc_convert(const char* source, const char* target, int type, const double p[3],
-                 double out[10]);
-void kvdc_shift(const char* source, const char* target, const double xyz[3], double out[6],
-                int types[2]);
+                 const double xyz[3], double out[10], double shifted[6], int types[2]);
 void kvdc_settings(const char* source, const char* target, int type, double* values, int sourceFlag,
                    const double xyz[3], int out[6], double shifted[3]);
 }
@@ -66,65 +63,48 @@ TEST(CEntryDatumConverter, CreationFailsOnlyByAnExceptionAndDestroyNullsTheHandl
   }
 }
 
-TEST(CEntryDatumConverter, ConvertsBothWaysInTwoAndThreeDimensions) {
+TEST(CEntryDatumConverter, ConvertsAndShiftsBothWays) {
   kvtest::EnsureCatalogue();
-  // echo "532000 5561000 0" | cct -d 4 +proj=pipeline +step +inv +proj=utm +zone=32
-  //   +ellps=intl +step +proj=cart +ellps=intl +step +proj=helmert +x=-87 +y=-98 +z=-121
-  //   +step +inv +proj=cart +ellps=WGS84 +step +proj=utm +zone=32 +ellps=WGS84
-  // gives 531916.6530 5560798.0305 38.9513.
-  const double p[3] = {532000, 5561000, 0};
-  double out[10] = {};
-  ASSERT_EQ(kvdc_convert(kEd50Utm32Three.c_str(), "UTM-32", 0, p, out), 0);
-  EXPECT_NEAR(out[0], 531916.6530, kMm);
-  EXPECT_NEAR(out[1], 5560798.0305, kMm);
-  // Back without the height: the class gives the same to the last bit.
-  double x = out[0], y = out[1];
-  CKvDatumConverter(kEd50Utm32Three.c_str(), "UTM-32").InvConvert(x, y);
-  EXPECT_EQ(out[2], x);
-  EXPECT_EQ(out[3], y);
-  EXPECT_NEAR(out[4], 531916.6530, kMm);
-  EXPECT_NEAR(out[5], 5560798.0305, kMm);
-  EXPECT_NEAR(out[6], 38.9513, kMm);
-  EXPECT_NEAR(out[7], 532000, 1e-5);
-  EXPECT_NEAR(out[8], 5561000, 1e-5);
-  EXPECT_NEAR(out[9], 0, 1e-5);
+  // out[]: CONVERTXY, its INVCONVERTXY, CONVERTXYH, its INVCONVERTXYH.
+  const double xyz[3] = {4e6, 6e5, 4.9e6};
+  double out[10], shifted[6];
+  int types[2];
+  // U = +proj=pipeline +step +inv +proj=utm +zone=32 +ellps=intl +step +proj=cart +ellps=intl
+  //   +step +proj=helmert +x=-87 +y=-98 +z=-121 +step +inv +proj=cart +ellps=WGS84
+  //   +step +proj=utm +zone=32 +ellps=WGS84
+  // echo "532000 5561000 0" | cct -d 6 $U; back in 2D: echo "E N 0" | cct -d 6 -I $U
+  const double p[3] = {532000, 5561000, 0}, t[3] = {-87, -98, -121};
+  ASSERT_EQ(kvdc_convert(kEd50Utm32Three.c_str(), "UTM-32", 0, p, xyz, out, shifted, types), 0);
+  const double utm[10] = {
+      531916.653022,  5560798.030496, 532000.000499, 5561000.000547, 531916.653022,
+      5560798.030496, 38.951300,      532000,        5561000,        0};
+  for (int i = 0; i < 10; ++i) EXPECT_NEAR(out[i], utm[i], i < 2 || (i > 3 && i < 7) ? kMm : 1e-5);
+  for (int i = 0; i < 3; ++i) {  // the translations alone, the target having no shift
+    EXPECT_EQ(shifted[i], xyz[i] + t[i]);
+    EXPECT_EQ(shifted[3 + i], xyz[i] - t[i]);
+  }
+  EXPECT_EQ(types[0], 0);
+  EXPECT_EQ(types[1], 1);
 
-  // Geographic both ends, seven parameters each:
-  // echo "13.4 52.5 100" | cct -d 10 +proj=pipeline +step +proj=cart +ellps=intl
-  //   +step +proj=helmert +x=-89.5 +y=-93.8 +z=-123.1 +rx=0 +ry=0 +rz=-0.156 +s=1.2
+  // G = +proj=pipeline +step +proj=cart +ellps=intl +step H7e +step +inv H7d +step +inv
+  //   +proj=cart +ellps=bessel, with
+  //   H7e = +proj=helmert +x=-89.5 +y=-93.8 +z=-123.1 +rx=0 +ry=0 +rz=-0.156 +s=1.2
   //         +convention=position_vector
-  //   +step +inv +proj=helmert +x=598.1 +y=73.7 +z=418.2 +rx=0.202 +ry=0.045 +rz=-2.455
-  //         +s=6.7 +convention=position_vector
-  //   +step +inv +proj=cart +ellps=bessel
-  // gives 13.4006601435 52.5007130448 96.3452879330.
+  //   H7d = +proj=helmert +x=598.1 +y=73.7 +z=418.2 +rx=0.202 +ry=0.045 +rz=-2.455 +s=6.7
+  //         +convention=position_vector
+  // echo "13.4 52.5 H" | cct -d 10 $G, H = 0 and 100; back in 2D: echo "LON LAT 0" | cct
+  //   -d 10 -I $G; shifts: echo "4000000 600000 4900000" | cct -d 6 +proj=pipeline
+  //   +step H7e +step +inv H7d, and +step H7d +step +inv H7e
   const double q[3] = {13.4, 52.5, 100};
-  ASSERT_EQ(kvdc_convert(kEd50Geo7.c_str(), kDhdnGeo7.c_str(), 3, q, out), 0);
-  EXPECT_NEAR(out[4], 13.4006601435, 2 * kMmInDegrees);
-  EXPECT_NEAR(out[5], 52.5007130448, kMmInDegrees);
-  EXPECT_NEAR(out[6], 96.3452879330, kMm);
-  EXPECT_NEAR(out[7], 13.4, 2 * kMmInDegrees);
-  EXPECT_NEAR(out[8], 52.5, kMmInDegrees);
-  EXPECT_NEAR(out[9], 100, kMm);
-}
-
-TEST(CEntryDatumConverter, ShiftsGeocentricCoordinatesAndReportsTheLastShiftsType) {
-  kvtest::EnsureCatalogue();
-  // echo "4000000 600000 4900000" | cct -d 6 +proj=pipeline +step <ED50 helmert>
-  //   +step +inv <DHDN helmert>, and the reverse pipeline, with the helmert steps above.
-  const double xyz[3] = {4000000, 600000, 4900000};
-  double out[6] = {};
-  int types[2] = {99, 99};
-  kvdc_shift(kEd50Geo7.c_str(), kDhdnGeo7.c_str(), xyz, out, types);
-  const double expected[6] = {3999282.650411, 599878.574316, 4899432.038893,
-                              4000717.355638, 600121.417898, 4900567.964246};
-  for (int i = 0; i < 6; ++i) EXPECT_NEAR(out[i], expected[i], 1e-6) << i;
+  ASSERT_EQ(kvdc_convert(kEd50Geo7.c_str(), kDhdnGeo7.c_str(), 3, q, xyz, out, shifted, types), 0);
+  const double geo[10] = {13.4006601427, 52.5007130560, 13.4, 52.4999999963, 13.4006601435,
+                          52.5007130448, 96.3452879330, 13.4, 52.5,          100};
+  for (int i = 0; i < 10; ++i) EXPECT_NEAR(out[i], geo[i], i == 6 || i == 9 ? kMm : kMmInDegrees);
+  const double dhdn[6] = {3999282.650411, 599878.574316, 4899432.038893,
+                          4000717.355638, 600121.417898, 4900567.964246};
+  for (int i = 0; i < 6; ++i) EXPECT_NEAR(shifted[i], dhdn[i], 1e-6) << i;
   EXPECT_EQ(types[0], 2);
   EXPECT_EQ(types[1], 2);
-
-  kvdc_shift(kEd50Utm32Three.c_str(), "UTM-32", xyz, out, types);
-  EXPECT_EQ(types[0], 0);  // the target has no shift
-  EXPECT_EQ(types[1], 1);
-  EXPECT_EQ(out[0], 4000000 - 87.0);
 }
 
 TEST(CEntryDatumConverter, SettingsForwardTheirArguments) {
@@ -144,12 +124,10 @@ TEST(CEntryDatumConverter, SettingsForwardTheirArguments) {
     int out[6] = {};
     double shifted[3] = {};
     kvdc_settings("LONG/LAT", "UTM-32", 1, values, row.sourceFlag, xyz, out, shifted);
-    EXPECT_EQ(out[0], 1);
-    EXPECT_EQ(out[1], 1);
-    EXPECT_EQ(out[2], 0);  // the shifts now differ
-    EXPECT_EQ(out[3], 1);  // restored as created
-    EXPECT_EQ(out[4], 2);
-    EXPECT_EQ(out[5], 1);
+    // Bypassed as created and after BYPASSXYZ; not once the shifts differ;
+    // RESETBYPASSXYZ restores the created value; INVERTORDER turns 1 to 2 and back.
+    const int expected[6] = {1, 1, 0, 1, 2, 1};
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(out[i], expected[i]) << i;
     for (int i = 0; i < 3; ++i) EXPECT_EQ(shifted[i], row.shifted[i]) << i;
   }
 }

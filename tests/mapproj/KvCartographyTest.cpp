@@ -3,7 +3,6 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
-#include <string>
 
 #include "TestCatalogue.h"
 #include "mapproj/KvCartography.h"
@@ -18,28 +17,21 @@ namespace {
 const double kOriginEast = 687071.439107, kOriginNorth = 6210141.326872;
 const double kOriginConvergence = 2.48782790;
 
-TEST(KvCartography, GenericUtmTakesTheZoneOfTheOrigin) {
-  kvtest::EnsureCatalogue();
-  struct Row {
+class KvCartography : public ::testing::Test {
+ protected:
+  void SetUp() override { kvtest::EnsureCatalogue(); }
+};
+
+TEST_F(KvCartography, GenericUtmTakesTheZoneOfTheOrigin) {
+  // "UTM-61" is not in the catalogue: from 180 on, a grid without engine.
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const struct {
     double lon0;
     const char* name;
-  };
-  const Row rows[] = {
-      {9, "UTM-32"},
-      {-177, "UTM-1"},
-      {-180, "UTM-1"},
-      {3, "UTM-31"},
-      {-0.5, "UTM-30"},
-      {0, "UTM-31"},
-      {179.9, "UTM-60"},
-      {180, ""},  // "UTM-61" is not in the catalogue: a grid without engine
-      {std::numeric_limits<double>::quiet_NaN(), ""},
-      {1e300, ""},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.lon0);
-    const CKvCartography grid("UTM", row.lon0, 10, 0);
-    EXPECT_STREQ(grid.GetProjectionName(), row.name);
+  } rows[] = {{9, "UTM-32"}, {-177, "UTM-1"},   {-180, "UTM-1"}, {3, "UTM-31"}, {-0.5, "UTM-30"},
+              {0, "UTM-31"}, {179.9, "UTM-60"}, {180, ""},       {nan, ""},     {1e300, ""}};
+  for (const auto& row : rows) {
+    EXPECT_STREQ(CKvCartography("UTM", row.lon0, 10, 0).GetProjectionName(), row.name) << row.lon0;
   }
   // Only the exact text "UTM" names the origin's zone; the map-projection
   // object refuses generic "UTM" with blanks around it.
@@ -47,8 +39,7 @@ TEST(KvCartography, GenericUtmTakesTheZoneOfTheOrigin) {
   EXPECT_THROW(CKvCartography(static_cast<const char*>(nullptr), 9, 56, 0), std::logic_error);
 }
 
-TEST(KvCartography, RoundTripsOverAHundredKilometreGridRotatedThirtyDegrees) {
-  kvtest::EnsureCatalogue();
+TEST_F(KvCartography, RoundTripsOverAHundredKilometreGridRotatedThirtyDegrees) {
   const CKvCartography grid("UTM-32", 12, 56, 30);
   double worstProj = 0, worstGeo = 0;
   for (double x = -50000; x <= 50000; x += 5000) {
@@ -66,30 +57,25 @@ TEST(KvCartography, RoundTripsOverAHundredKilometreGridRotatedThirtyDegrees) {
   EXPECT_LT(worstGeo, 1e-6);
 }
 
-TEST(KvCartography, PlacesTheOriginAndTurnsTheAxesFromTrueNorth) {
-  kvtest::EnsureCatalogue();
+TEST_F(KvCartography, PlacesTheOriginAndTurnsTheAxesFromTrueNorth) {
   const CKvCartography grid("UTM-32", 12, 56, 30);
   double east, north, lon, lat;
   grid.Xy2Proj(0, 0, &east, &north);
   EXPECT_NEAR(east, kOriginEast, 1e-4);
   EXPECT_NEAR(north, kOriginNorth, 1e-4);
   EXPECT_NEAR(grid.GetProjectionNorth(), 30 - kOriginConvergence, 1e-7);
-  EXPECT_NEAR(grid.GetTrueNorth(0, 0), 30, 1e-12);
-
-  // Expected positions: the grid turned by 30 - 2.48782790 degrees and
-  // shifted to the origin above (python3 math), then
-  //   proj -I -f %.10f $P                     (lon, lat)
-  //   echo "lon lat" | proj -V $P             (convergence there)
-  // True north is that convergence plus 30 - 2.48782790.
-  struct Row {
+  // The grid turned by 30 - 2.48782790 degrees and shifted to the origin
+  // (python3 math), then proj -I -f %.10f $P for (lon, lat) and
+  // echo "lon lat" | proj -V $P for the convergence there; true north is
+  // that convergence plus 30 - 2.48782790.
+  const struct {
     double x, y, lon, lat, convergence;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {0, 10000, 12.0802984118, 56.0777501614, 2.55678990},
       {10000, 0, 12.1386352340, 55.9550181648, 2.60148830},
       {-25000, 40000, 11.9733339867, 56.4233653140, 2.47790818},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.x);
     grid.Xy2Geo(row.x, row.y, &lon, &lat);
     EXPECT_NEAR(lon, row.lon, 1e-8);
@@ -98,28 +84,22 @@ TEST(KvCartography, PlacesTheOriginAndTurnsTheAxesFromTrueNorth) {
   }
 }
 
-TEST(KvCartography, TrueNorthAtTheOriginIsTheOrientation) {
-  kvtest::EnsureCatalogue();
-  struct Row {
+TEST_F(KvCartography, TrueNorthAtTheOriginIsTheOrientation) {
+  const struct {
     const char* system;
     double lon0, lat0, orientation;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"UTM-32", 12, 56, 30},   {"UTM-32", 6.5, -40, -75},   {"UTM", -70.2, -33.4, 181},
       {"LONG/LAT", 5, 5, 12.5}, {"No such system", 5, 5, 7},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.system);
+  for (const auto& row : rows) {
     const CKvCartography grid(row.system, row.lon0, row.lat0, row.orientation);
-    EXPECT_NEAR(grid.GetTrueNorth(0, 0), row.orientation, 1e-12);
+    EXPECT_NEAR(grid.GetTrueNorth(0, 0), row.orientation, 1e-12) << row.system;
   }
 }
 
-TEST(KvCartography, OrientationEqualToTheConvergenceIsAPureShift) {
-  kvtest::EnsureCatalogue();
-  const double convergence = CKvMapProjection("UTM-32").GetConvergence(12, 56);
-  EXPECT_NEAR(convergence, kOriginConvergence, 1e-7);
-  const CKvCartography grid("UTM-32", 12, 56, convergence);
+TEST_F(KvCartography, OrientationEqualToTheConvergenceIsAPureShift) {
+  const CKvCartography grid("UTM-32", 12, 56, CKvMapProjection("UTM-32").GetConvergence(12, 56));
   EXPECT_EQ(grid.GetProjectionNorth(), 0.0);
   double x0, y0, east, north;
   grid.Geo2Proj(12, 56, &x0, &y0);
@@ -128,17 +108,14 @@ TEST(KvCartography, OrientationEqualToTheConvergenceIsAPureShift) {
   EXPECT_EQ(north, y0 - 6789.25);
 }
 
-TEST(KvCartography, ConvertFromGoesThroughGeographicAndIgnoresTheGrids) {
-  kvtest::EnsureCatalogue();
-  const CKvCartography from("UTM-32", 12, 56, 30);
-  const CKvCartography to("UTM-33", 14, 50, -45);
+TEST_F(KvCartography, ConvertFromGoesThroughGeographicAndIgnoresTheGrids) {
+  const CKvCartography from("UTM-32", 12, 56, 30), to("UTM-33", 14, 50, -45);
   double east, north;
   // cs2cs -f %.4f <UTM-32 as $P> +to <the same with +lon_0=15>
   //   687071.439107 6210141.326872 -> 312928.5609 6210141.3269
   to.ConvertFrom(from, kOriginEast, kOriginNorth, &east, &north);
   EXPECT_NEAR(east, 312928.5609, 1e-3);
   EXPECT_NEAR(north, 6210141.3269, 1e-3);
-
   for (double e : {420000.0, 610000.0}) {
     for (double n : {5000000.0, 6900000.0}) {
       double lon, lat, e2, n2;
@@ -151,66 +128,50 @@ TEST(KvCartography, ConvertFromGoesThroughGeographicAndIgnoresTheGrids) {
   }
 }
 
-TEST(KvCartography, CopiesOwnTheirProjectionAndKeepTheGrid) {
-  kvtest::EnsureCatalogue();
-  CKvCartography original("UTM-32", 12, 56, 30);
-  CKvCartography copy(original);
-  CKvCartography assigned("UTM-1", -177, 0, 0);
+TEST_F(KvCartography, CopiesOwnTheirProjectionAndKeepTheGrid) {
+  CKvCartography original("UTM-32", 12, 56, 30), copy(original), assigned("UTM-1", -177, 0, 0);
   assigned = original;
   const CKvCartography& same = assigned;
-  assigned = same;
-  EXPECT_NE(&copy.GetProjection(), &original.GetProjection());
+  assigned = same;  // self-assignment keeps the projection
   EXPECT_NE(copy.GetProjection().GetProjection(), original.GetProjection().GetProjection());
-  for (const CKvCartography* grid : {&copy, &assigned}) {
-    EXPECT_STREQ(grid->GetProjectionName(), "UTM-32");
+  // A grid built from a map-projection object works on its own copy.
+  const CKvMapProjection projection("UTM-32");
+  CKvCartography fromObject(projection, 12, 56, 30);
+  EXPECT_NE(fromObject.GetProjection().GetProjection(), projection.GetProjection());
+  for (const CKvCartography* grid : {&copy, &assigned, &fromObject}) {
     EXPECT_STREQ(grid->GetProjectionString(), original.GetProjectionString());
     double e1, n1, e2, n2;
     grid->Xy2Proj(1000, 2000, &e1, &n1);
     original.Xy2Proj(1000, 2000, &e2, &n2);
     EXPECT_EQ(e1, e2);
     EXPECT_EQ(n1, n2);
-    EXPECT_EQ(grid->GetTrueNorth(0, 0), original.GetTrueNorth(0, 0));
+    EXPECT_EQ(grid->GetTrueNorth(500, 0), original.GetTrueNorth(500, 0));
   }
-  // A grid built from a map-projection object works on its own copy.
-  const CKvMapProjection projection("UTM-32");
-  const CKvCartography fromObject(projection, 12, 56, 30);
-  EXPECT_NE(fromObject.GetProjection().GetProjection(), projection.GetProjection());
-  EXPECT_EQ(fromObject.GetProjectionNorth(), original.GetProjectionNorth());
 }
 
-TEST(KvCartography, WithoutEngineBehavesAsTheEnginelessObject) {
-  kvtest::EnsureCatalogue();
-  const CKvCartography grid("No such system", 12, 56, 30);
-  EXPECT_STREQ(grid.GetProjectionName(), "");
+TEST_F(KvCartography, WithoutEngineBehavesAsTheEnginelessObject) {
+  const CKvCartography grid("No such system", 12, 56, 30), copy(grid);
+  EXPECT_STREQ(copy.GetProjectionName(), "");
   EXPECT_STREQ(grid.GetProjectionString(), "");
-  // The origin projects to what the object leaves behind: (0, 0).
   EXPECT_EQ(grid.GetProjectionNorth(), 30.0);
   double lon = -1, lat = -1, x, y;
   grid.Xy2Geo(100, 200, &lon, &lat);
   EXPECT_EQ(lon, -1);  // not written
   EXPECT_EQ(lat, -1);
-  // An engineless object's Geo2Proj leaves the projected values as it finds
-  // them (zero), which is where the origin was put.
+  // An engineless Geo2Proj leaves the projected values as it finds them
+  // (zero), which is also where the origin was put.
   grid.Geo2Xy(12, 56, &x, &y);
   EXPECT_EQ(x, 0.0);
   EXPECT_EQ(y, 0.0);
-  CKvCartography copy(grid);
-  EXPECT_STREQ(copy.GetProjectionName(), "");
 }
 
-TEST(KvCartography, CsysrotTurnsClockwiseByDegrees) {
-  struct Row {
+TEST_F(KvCartography, CsysrotTurnsClockwiseByDegrees) {
+  const double r2 = std::sqrt(2.0);
+  const struct {
     double x, y, degrees, xOut, yOut;
-  };
-  const Row rows[] = {
-      {0, 1, 90, 1, 0},
-      {1, 0, 90, 0, -1},
-      {0, 1, -90, -1, 0},
-      {2, 0, 180, -2, 0},
-      {1, 1, 45, std::sqrt(2.0), 0},
-      {3, 4, 0, 3, 4},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{0, 1, 90, 1, 0},   {1, 0, 90, 0, -1}, {0, 1, -90, -1, 0},
+              {2, 0, 180, -2, 0}, {1, 1, 45, r2, 0}, {3, 4, 0, 3, 4}};
+  for (const auto& row : rows) {
     double x, y;
     CKvCartography::_csysrot(row.x, row.y, row.degrees, &x, &y);
     EXPECT_NEAR(x, row.xOut, 1e-15);
