@@ -1,9 +1,8 @@
 // Per-point cost of the Lambert conformal conic and Mercator engines, forward
 // and inverse, over a grid of 1024 points around each engine's origin.
-#include <benchmark/benchmark.h>
-
 #include <vector>
 
+#include "EngineBench.h"
 #include "catalogue/KvEllipsoid.h"
 #include "engines/KvLambert1SP.h"
 #include "engines/KvLambert2SP.h"
@@ -11,10 +10,6 @@
 #include "engines/KvMercator2SP.h"
 
 namespace {
-
-struct SPoint {
-  double u, v;
-};
 
 const CKvEllipsoid kWgs84("WGS 84", "WE", 6378137, 298.257223563);
 
@@ -46,53 +41,20 @@ struct SMercator2SP {
 };
 
 template <class Setup>
-std::vector<SPoint> GeographicGrid() {
-  std::vector<SPoint> points;
-  for (int i = 0; i < 32; ++i)
-    for (int j = 0; j < 32; ++j)
-      points.push_back(
-          {Setup::lon0 - 10.0 + 20.0 * i / 31, Setup::lat0 + (Setup::lat1 - Setup::lat0) * j / 31});
-  return points;
-}
-
-// Seconds per point, printed with an SI prefix (e.g. "85n").
-benchmark::Counter PerPoint(std::size_t count) {
-  return benchmark::Counter(
-      static_cast<double>(count),
-      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+std::vector<kvbench::SPoint> Grid() {
+  return kvbench::GeographicGrid(Setup::lon0 - 10.0, Setup::lon0 + 10.0, Setup::lat0, Setup::lat1);
 }
 
 template <class Setup>
 void BM_Forward(benchmark::State& state) {
   auto engine = Setup::Make();
-  CKvProjection& proj = engine;  // through the interface, as callers do
-  const std::vector<SPoint> points = GeographicGrid<Setup>();
-  for (auto _ : state) {
-    for (const SPoint& p : points) {
-      double x, y;
-      proj.Geo2Proj(p.u, p.v, &x, &y);
-      benchmark::DoNotOptimize(x);
-      benchmark::DoNotOptimize(y);
-    }
-  }
-  state.counters["per_point"] = PerPoint(points.size());
+  kvbench::RunForward(state, engine, Grid<Setup>());
 }
 
 template <class Setup>
 void BM_Inverse(benchmark::State& state) {
   auto engine = Setup::Make();
-  CKvProjection& proj = engine;
-  std::vector<SPoint> points = GeographicGrid<Setup>();
-  for (SPoint& p : points) proj.Geo2Proj(p.u, p.v, &p.u, &p.v);
-  for (auto _ : state) {
-    for (const SPoint& p : points) {
-      double lon, lat;
-      proj.Proj2Geo(p.u, p.v, &lon, &lat);
-      benchmark::DoNotOptimize(lon);
-      benchmark::DoNotOptimize(lat);
-    }
-  }
-  state.counters["per_point"] = PerPoint(points.size());
+  kvbench::RunInverse(state, engine, Grid<Setup>());
 }
 
 BENCHMARK_TEMPLATE(BM_Forward, SLambert1SP)->Name("Lambert1SP/Forward");

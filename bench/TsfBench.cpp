@@ -15,7 +15,8 @@ namespace {
 const std::string& LargeFile() {
   static const std::string path = [] {
     std::string p = "/tmp/kvcart-bench-" + std::to_string(getpid()) + ".tsf";
-    std::string text = "// 20,000 projection definitions for the load benchmark\n[MAP_PROJECTION_DEFINITION]\n";
+    std::string text =
+        "// 20,000 projection definitions for the load benchmark\n[MAP_PROJECTION_DEFINITION]\n";
     char line[512];
     for (int i = 0; i < 20000; ++i) {
       std::snprintf(line, sizeof line,
@@ -28,8 +29,8 @@ const std::string& LargeFile() {
                     "      Feast = %.1f\n"
                     "      Fnorth = %.1f\n"
                     "   EndSect\n",
-                    i, i % 97, i % 180 - 90, i % 60, (i % 3600) / 60.0, (i % 170) * 0.5 - 42.0, 500000.0 + i,
-                    10000000.0 - i);
+                    i, i % 97, i % 180 - 90, i % 60, (i % 3600) / 60.0, (i % 170) * 0.5 - 42.0,
+                    500000.0 + i, 10000000.0 - i);
       text += line;
     }
     text += "EndSect  // MAP_PROJECTION_DEFINITION\n";
@@ -68,7 +69,8 @@ void BM_TsfWalkByOccurrence(benchmark::State& state) {
   void* file = tsfLoadFile(LargeFile().c_str(), 1);
   void* target = tsfTargetByNum(file, 1);
   for (auto _ : state) {
-    const int n = tsfGetNoInstances(tsfSectionByNameNum(target, "TRANSVERSE_MERCATOR_PROJECTION", 1));
+    const int n =
+        tsfGetNoInstances(tsfSectionByNameNum(target, "TRANSVERSE_MERCATOR_PROJECTION", 1));
     double sum = 0;
     for (int i = 1; i <= n; ++i) {
       double feast = 0;
