@@ -14,7 +14,6 @@ namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kQuarterPi = KvConst::kPi / 4.0;
-constexpr double kArcMinute = 1.0 / 60.0;  // degrees
 
 }  // namespace
 
@@ -83,13 +82,6 @@ void CKvMercator1SP::_Inverse(double a, double k0, double lambda0, double FE, do
   *lon = ((x - FE) / k0a + lambda0) * KvConst::kRadToDeg;
 }
 
-double CKvMercator1SP::_Convergence(CKvProjection& engine, double lon, double lat) {
-  double x1, y1, x2, y2;
-  engine.Geo2Proj(lon, lat, &x1, &y1);
-  engine.Geo2Proj(lon, lat + kArcMinute, &x2, &y2);
-  return std::atan2(x1 - x2, y2 - y1) * KvConst::kRadToDeg;
-}
-
 void CKvMercator1SP::_DefaultArea(CKvProjection& engine, double* x0, double* y0, double* x1,
                                   double* y1) {
   double lon0 = 0.0, lat0 = 0.0;
@@ -120,7 +112,7 @@ void CKvMercator1SP::GetOrigin(double* lon, double* lat) {
 }
 
 double CKvMercator1SP::GetConvergence(double lon, double lat) {
-  return _Convergence(*this, lon, lat);
+  return _NumericalConvergence(lon, lat);
 }
 
 void CKvMercator1SP::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {

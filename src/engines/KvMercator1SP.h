@@ -55,9 +55,6 @@ class KVCART_API CKvMercator1SP : public CKvProjection {
                        double lon, double lat, double* x, double* y);
   static void _Inverse(double a, double k0, double lambda0, double FE, double FN, const double* c,
                        double x, double y, double* lon, double* lat);
-  // Convergence from two points one arc minute apart on the meridian,
-  // projected with the engine's own Geo2Proj.
-  static double _Convergence(CKvProjection& engine, double lon, double lat);
   // The world view for an origin at (0, 0), otherwise the origin +-3 degrees.
   static void _DefaultArea(CKvProjection& engine, double* x0, double* y0, double* x1, double* y1);
 

@@ -59,7 +59,7 @@ void CKvMercator2SP::GetOrigin(double* lon, double* lat) {
 }
 
 double CKvMercator2SP::GetConvergence(double lon, double lat) {
-  return CKvMercator1SP::_Convergence(*this, lon, lat);
+  return _NumericalConvergence(lon, lat);
 }
 
 void CKvMercator2SP::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {

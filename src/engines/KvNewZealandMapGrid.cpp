@@ -23,7 +23,6 @@ constexpr double kStepSq = 1e-24;
 constexpr int kMaxSteps = 100;
 
 // One minute of latitude, the step of the numerical convergence.
-constexpr double kConvergenceStep = 0.016666666666666666;
 
 // The view of the whole country the grid was made for.
 constexpr double kAreaX0 = 2000000.0;
@@ -145,10 +144,7 @@ void CKvNewZealandMapGrid::GetOrigin(double* lon, double* lat) {
 }
 
 double CKvNewZealandMapGrid::GetConvergence(double lon, double lat) {
-  double x1, y1, x2, y2;
-  Geo2Proj(lon, lat, &x1, &y1);
-  Geo2Proj(lon, lat + kConvergenceStep, &x2, &y2);
-  return std::atan2(x1 - x2, y2 - y1) * KvConst::kRadToDeg;
+  return _NumericalConvergence(lon, lat);
 }
 
 void CKvNewZealandMapGrid::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {

@@ -1,6 +1,9 @@
 #include "engines/KvProjection.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "platform/KvConstants.h"
 
 void CKvProjection::GetOrigin(double* lon, double* lat) {
   *lon = 0.0;
@@ -27,6 +30,13 @@ void CKvProjection::GetDerivedParameters(double*) {}
 bool CKvProjection::GetAnonymousEllipsoid(CKvEllipsoid&) { return false; }
 
 CKvProjection::~CKvProjection() = default;
+
+double CKvProjection::_NumericalConvergence(double lon, double lat) {
+  double x1, y1, x2, y2;
+  Geo2Proj(lon, lat, &x1, &y1);
+  Geo2Proj(lon, lat + 0.016666666666666666, &x2, &y2);
+  return std::atan2(x1 - x2, y2 - y1) * KvConst::kRadToDeg;
+}
 
 void CKvProjection::_DefaultAreaAroundOrigin(double* x0, double* y0, double* x1, double* y1) {
   double lon0 = 0.0, lat0 = 0.0;

@@ -44,4 +44,8 @@ class KVCART_API CKvProjection {
   // The default area most engines share: the projected corners of the
   // origin +-3 degrees, latitudes clamped to +-90.
   void _DefaultAreaAroundOrigin(double* x0, double* y0, double* x1, double* y1);
+  // The convergence engines without a closed formula report: the direction
+  // of grid north between the point and the point one arc-minute north of
+  // it, in degrees.
+  double _NumericalConvergence(double lon, double lat);
 };

@@ -12,7 +12,6 @@
 namespace {
 
 // One minute of latitude, the step of the numerical convergence.
-constexpr double kConvergenceStep = 0.016666666666666666;
 
 // Half the side of the default area around the origin, degrees.
 constexpr double kAreaHalfSide = 3.0;
@@ -149,10 +148,7 @@ void CKvRotatedLongitudeLatitude::GetOrigin(double* lon, double* lat) {
 }
 
 double CKvRotatedLongitudeLatitude::GetConvergence(double lon, double lat) {
-  double x1, y1, x2, y2;
-  Geo2Proj(lon, lat, &x1, &y1);
-  Geo2Proj(lon, lat + kConvergenceStep, &x2, &y2);
-  return std::atan2(x1 - x2, y2 - y1) * KvConst::kRadToDeg;
+  return _NumericalConvergence(lon, lat);
 }
 
 void CKvRotatedLongitudeLatitude::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {
