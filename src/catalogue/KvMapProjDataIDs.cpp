@@ -35,3 +35,7 @@ const std::string CKvMapProjDataIDs::ID_FALSE_EASTING = "Feast";
 const std::string CKvMapProjDataIDs::ID_FALSE_EASTING_FOOT_US = "Feast_ft_us";
 const std::string CKvMapProjDataIDs::ID_FALSE_NORTHING = "Fnorth";
 const std::string CKvMapProjDataIDs::ID_FALSE_NORTHING_FOOT_US = "Fnorth_ft_us";
+const std::string CKvMapProjDataIDs::ID_EPSG_CODE = "EPSG_Code";
+const std::string CKvMapProjDataIDs::ID_LINEAR_UNIT = "Linear_Unit";
+const std::string CKvMapProjDataIDs::ID_LINEAR_UNIT_FACTOR = "Linear_Unit_Factor";
+const std::string CKvMapProjDataIDs::ID_TOWGS84 = "TOWGS84";

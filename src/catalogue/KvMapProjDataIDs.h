@@ -44,4 +44,9 @@ class KVCART_API CKvMapProjDataIDs {
   static const std::string ID_FALSE_EASTING_FOOT_US;
   static const std::string ID_FALSE_NORTHING;
   static const std::string ID_FALSE_NORTHING_FOOT_US;
+  // What the registry knows besides the parameters (CKvMapProjDetails).
+  static const std::string ID_EPSG_CODE;
+  static const std::string ID_LINEAR_UNIT;
+  static const std::string ID_LINEAR_UNIT_FACTOR;
+  static const std::string ID_TOWGS84;
 };

@@ -4,21 +4,41 @@
 #include <string>
 
 #include "catalogue/KvMapProjData.h"
+#include "catalogue/KvMapProjDetails.h"
 #include "catalogue/KvMapProjectionList.h"
 #include "catalogue/KvParameterTable.h"
 #include "platform/KvCartExport.h"
 
+// What every parameter set has beyond CKvMapProjData: the registry's details
+// of the record (its EPSG code, linear unit and datum shift).  Records that
+// host programs derive from CKvMapProjData directly have none.  The two
+// functions come after CKvMapProjData's, whose order they leave as it is.
+class KVCART_API CKvParameterSetBase : public CKvMapProjData {
+ public:
+  virtual const CKvMapProjDetails& GetDetails() const = 0;
+  // Replaces the details; like SetParameters it works on read-only records
+  // too (the library gives its built-in records their codes with it).
+  virtual void SetDetails(const CKvMapProjDetails& details) = 0;
+
+  // The details of `record`; null for null or a record of another kind.
+  static const CKvMapProjDetails* DetailsOf(const CKvMapProjData* record) {
+    const CKvParameterSetBase* set = dynamic_cast<const CKvParameterSetBase*>(record);
+    return set ? &set->GetDetails() : nullptr;
+  }
+};
+
 // The shape every parameter set shares: name, branch name, ellipsoid
-// identifier, the method's N doubles and the two flags, in that order, with
-// the virtual interface of CKvMapProjData implemented once.  `Set` is the
+// identifier, the method's N doubles and the two flags, in that order, then
+// the registry's details, with the virtual interface implemented once.  `Set` is the
 // concrete class, which supplies its table through a static Info() and its
 // engine through CreateProjection().
 //
 // A set built by the library or read from a system file is read-only: its
 // name, ellipsoid and parameter setters do nothing and it is never written
-// back.  SetBranchName and SetParameters work regardless, on purpose.
+// back.  SetBranchName, SetParameters and SetDetails work regardless, on
+// purpose.
 template <class Set, int N>
-class KVCART_API CKvParameterSet : public CKvMapProjData {
+class KVCART_API CKvParameterSet : public CKvParameterSetBase {
  public:
   // Empty strings, zeros, editable and deletable.
   CKvParameterSet() : m_adParams{}, m_bCanDelete(true), m_bCanEdit(true) {}
@@ -51,7 +71,7 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
     if (!handle) return;
     const std::string before = m_strName;
     CKvParameterTable::Read(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
-                            m_adParams.data());
+                            m_adParams.data(), m_Details);
     if (m_strName != before) CKvMapProjectionList::NoteRenamed(this);
     m_bCanDelete = userDefined;
     m_bCanEdit = userDefined;
@@ -59,7 +79,7 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   void WriteToHandle(void* handle) override {
     if (!m_bCanEdit) return;
     CKvParameterTable::Write(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
-                             m_adParams.data());
+                             m_adParams.data(), m_Details);
   }
   bool IsSectionID(const std::string& section) const override {
     const SKvParameterSetInfo& info = Set::Info();
@@ -82,6 +102,8 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
     if (!values) return;
     for (int i = 0; i < N; ++i) m_adParams[i] = values[i];
   }
+  const CKvMapProjDetails& GetDetails() const override { return m_Details; }
+  void SetDetails(const CKvMapProjDetails& details) override { m_Details = details; }
 
  public:
   // Hands the set to the WKT record with an ellipsoid the caller found (null
@@ -89,13 +111,16 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   void TransferWith(CKvPRJParser& parser, const CKvEllipsoid* ellipsoid,
                     const char* unitName) const {
     CKvParameterTable::Transfer(parser, Set::Info(), m_strName, m_strBranchName, ellipsoid,
-                                m_adParams.data(), unitName);
+                                m_adParams.data(), unitName, m_Details);
   }
   // Copies every numeric parameter of `other`, as the typed setters would:
   // only when this set is editable.
   void AssignParameters(const Set& other) {
     if (m_bCanEdit) m_adParams = other.m_adParams;
   }
+  // Copies the details of `other` into this set, which belongs to no
+  // catalogue (the engines' copy of their record), editable or not.
+  void CopyDetailsUnlisted(const Set& other) { m_Details.CopyUnlisted(other.m_Details); }
 
  protected:
   double _Get(int field) const { return m_adParams[field]; }
@@ -109,4 +134,5 @@ class KVCART_API CKvParameterSet : public CKvMapProjData {
   std::array<double, N> m_adParams;
   bool m_bCanDelete;
   bool m_bCanEdit;
+  CKvMapProjDetails m_Details;
 };

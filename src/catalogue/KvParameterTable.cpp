@@ -1,6 +1,8 @@
 #include "catalogue/KvParameterTable.h"
 
 #include "cart/KvCartSetup.h"
+#include "catalogue/KvMapProjDetails.h"
+#include "datum/KvDatumShift.h"
 #include "platform/KvConstants.h"
 #include "platform/tsf.h"
 #include "wkt/KvPRJParser.h"
@@ -46,7 +48,8 @@ double CKvParameterTable::DmsToDegrees(int degrees, int minutes, double seconds)
 }
 
 void CKvParameterTable::Read(void* section, const SKvParameterSetInfo& info, std::string& name,
-                             std::string& branch, std::string& ellipsoid, double* values) {
+                             std::string& branch, std::string& ellipsoid, double* values,
+                             CKvMapProjDetails& details) {
   name.clear();
   branch.clear();
   ellipsoid.clear();
@@ -54,24 +57,27 @@ void CKvParameterTable::Read(void* section, const SKvParameterSetInfo& info, std
   tsfGetParam(section, CKvMapProjDataIDs::ID_BRANCH_NAME.c_str(), branch);
   tsfGetParam(section, CKvMapProjDataIDs::ID_ELLIPSOID_ID.c_str(), ellipsoid);
   for (int i = 0; i < info.count; ++i) values[i] = ReadValue(section, info.params[i]);
+  details.Read(section);
 }
 
 void CKvParameterTable::Write(void* handle, const SKvParameterSetInfo& info,
                               const std::string& name, const std::string& branch,
-                              const std::string& ellipsoid, const double* values) {
+                              const std::string& ellipsoid, const double* values,
+                              const CKvMapProjDetails& details) {
   void* section = tsfAddSection(handle, info.section->c_str());
   if (!section) return;
   tsfPutParam(section, CKvMapProjDataIDs::ID_PROJECTION_NAME.c_str(), name);
   tsfPutParam(section, CKvMapProjDataIDs::ID_BRANCH_NAME.c_str(), branch);
   tsfPutParam(section, CKvMapProjDataIDs::ID_ELLIPSOID_ID.c_str(), ellipsoid);
   for (int i = 0; i < info.count; ++i) tsfPutParam(section, info.params[i].key->c_str(), values[i]);
+  details.Write(section);
   tsfEndSection(section);
 }
 
 void CKvParameterTable::Transfer(CKvPRJParser& parser, const SKvParameterSetInfo& info,
                                  const std::string& name, const std::string& branch,
                                  const CKvEllipsoid* found, const double* values,
-                                 const char* unitName) {
+                                 const char* unitName, const CKvMapProjDetails& details) {
   parser.SetProjCSname(name);
   parser.SetGeoCSname("Unused");
   parser.SetDatum(branch);
@@ -86,8 +92,22 @@ void CKvParameterTable::Transfer(CKvPRJParser& parser, const SKvParameterSetInfo
     parser.SetProjectionType(CKvMapProjData::eNonProjected);
     parser.SetProjectionTypeName("Non_Projected");
   }
-  for (int i = 0; i < info.count; ++i) (parser.*info.params[i].transfer)(values[i]);
-  parser.SetProjUnit(unitName, 1.0);
+  // The WKT gives lengths in its linear unit.
+  const bool ownUnit = details.HasLinearUnit() && !info.angularUnit;
+  const double unit = ownUnit ? details.GetLinearUnitFactor() : 1.0;
+  for (int i = 0; i < info.count; ++i) {
+    const SKvParameterRow& row = info.params[i];
+    (parser.*row.transfer)(row.kind == CKvMapProjData::eParamLength ? values[i] / unit : values[i]);
+  }
+  if (ownUnit)
+    parser.SetProjUnit(details.GetLinearUnitName(), unit);
+  else
+    parser.SetProjUnit(unitName, 1.0);
+  if (details.HasDatumShift()) {
+    CKvDatumShift shift;
+    details.GetDatumShift(shift);
+    parser.SetDatumShift(shift);
+  }
 }
 
 const CKvEllipsoid* CKvParameterTable::FindEllipsoid(const std::string& id) {

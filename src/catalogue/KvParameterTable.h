@@ -6,6 +6,7 @@
 #include "platform/KvCartExport.h"
 
 class CKvEllipsoid;
+class CKvMapProjDetails;
 class CKvPRJParser;
 
 // How a parameter may also be spelled in a catalogue section.  The
@@ -47,18 +48,26 @@ struct SKvParameterSetInfo {
 // The logic shared by all parameter sets, driven by their tables.
 class KVCART_API CKvParameterTable {
  public:
-  // Reads the three strings and the values of `info` from a section.  A
-  // value whose keys are all missing becomes 0.0, a missing string "".
+  // Reads the three strings, the values of `info` and the registry's
+  // details from a section.  A value whose keys are all missing becomes 0.0,
+  // a missing string "", a missing detail nothing.
   static void Read(void* section, const SKvParameterSetInfo& info, std::string& name,
-                   std::string& branch, std::string& ellipsoid, double* values);
-  // Adds a section holding the strings and the values under their plain keys.
+                   std::string& branch, std::string& ellipsoid, double* values,
+                   CKvMapProjDetails& details);
+  // Adds a section holding the strings, the values under their plain keys
+  // and the details the record has.
   static void Write(void* handle, const SKvParameterSetInfo& info, const std::string& name,
-                    const std::string& branch, const std::string& ellipsoid, const double* values);
+                    const std::string& branch, const std::string& ellipsoid, const double* values,
+                    const CKvMapProjDetails& details);
   // Hands a definition to the WKT record.  Without an ellipsoid the record
-  // is typed "Non_Projected" but still gets every value.
+  // is typed "Non_Projected" but still gets every value.  A linear unit in
+  // the details replaces `unitName` (a length unit only: the geographic sets
+  // keep their degree) and turns the lengths into that unit; a datum shift
+  // in the details becomes the record's TOWGS84.
   static void Transfer(CKvPRJParser& parser, const SKvParameterSetInfo& info,
                        const std::string& name, const std::string& branch,
-                       const CKvEllipsoid* ellipsoid, const double* values, const char* unitName);
+                       const CKvEllipsoid* ellipsoid, const double* values, const char* unitName,
+                       const CKvMapProjDetails& details);
   // The catalogue's ellipsoid of identifier `id`, or null ("" gives null).
   static const CKvEllipsoid* FindEllipsoid(const std::string& id);
   static bool GetParameter(const SKvParameterSetInfo& info, const double* values, int index,

@@ -30,6 +30,7 @@ class KVCART_API CKvEngineCatalogue {
     set.SetBranchName(found->GetBranchName());
     set.SetEllipsoidID(found->GetEllipsoidID());
     set.AssignParameters(*found);
+    set.CopyDetailsUnlisted(*found);
     return true;
   }
 

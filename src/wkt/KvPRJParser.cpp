@@ -136,6 +136,7 @@ CKvPRJParser::~CKvPRJParser() = default;
 void CKvPRJParser::_initialize() {
   m_dPrimeMeridian = m_dAngularUnit = m_dMajor = m_dInvFlattening = KvConst::kNotSet;
   m_DatumShift.Reset();
+  m_bHasDatumShift = false;
   m_eProjectionType = D::eUndefined;
   m_dFalseEasting = m_dFalseNorthing = m_dCentralMeridian = KvConst::kNotSet;
   m_dStandardParallel1 = m_dStandardParallel2 = m_dLatitudeOfOrigin = KvConst::kNotSet;
@@ -320,6 +321,7 @@ bool CKvPRJParser::Parse(bool orderParallels) {
     double values[CKvDatumShift::kValueCount];
     for (double& v : values) v = ToDouble(src.Tokenize(kComma, pos));
     m_DatumShift.SetParameters(values);
+    m_bHasDatumShift = true;
   }
 
   GetNameParam(src, "PRIMEM", m_strPrimeMeridian, m_dPrimeMeridian);
@@ -696,8 +698,15 @@ bool CKvPRJParser::Format(CString& out) const {
   AppendFormat(text, "%s[\"%s\",", "PROJCS", m_strProjCSName.GetString());
   AppendFormat(text, "%s[\"%s\",", "GEOGCS", m_strGeoCSName.GetString());
   AppendFormat(text, "%s[\"%s\",", "DATUM", m_strDatum.GetString());
-  AppendFormat(text, "%s[\"%s\",%.16g,%.16g]],", "SPHEROID", m_strEllipsoid.GetString(), m_dMajor,
+  AppendFormat(text, "%s[\"%s\",%.16g,%.16g]", "SPHEROID", m_strEllipsoid.GetString(), m_dMajor,
                m_dInvFlattening);
+  if (m_bHasDatumShift) {
+    // All seven values, whatever the type, as .prj writers give them.
+    const double* v = m_DatumShift.GetParameters();
+    AppendFormat(text, ",%s[%.16g,%.16g,%.16g,%.16g,%.16g,%.16g,%.16g]", "TOWGS84", v[0], v[1], v[2],
+                 v[3], v[4], v[5], v[6]);
+  }
+  text += "],";
   AppendFormat(text, "%s[\"%s\",%.16g],", "PRIMEM", m_strPrimeMeridian.GetString(),
                m_dPrimeMeridian);
   AppendFormat(text, "%s[\"%s\",%.16g]],", "UNIT", m_strAngularUnit.GetString(), m_dAngularUnit);
@@ -792,6 +801,7 @@ void CKvPRJParser::GetDatumShift(CKvDatumShift& shift) const {
 
 void CKvPRJParser::SetDatumShift(const CKvDatumShift& shift) {
   m_DatumShift.SetParameters(const_cast<double*>(shift.GetParameters()));
+  m_bHasDatumShift = true;
 }
 
 void CKvPRJParser::GetProjUnit(CString& name, double& value) const {

@@ -91,7 +91,11 @@ class KVCART_API CKvPRJParser {
   void GetEllipsoid(CString& name, double& major, double& invFlattening) const;
   void SetEllipsoid(const CString& name, double major, double invFlattening);
   void GetDatumShift(CKvDatumShift& shift) const;
+  // Setting a shift, even one of zeros, makes the record say it: Format then
+  // writes its TOWGS84.
   void SetDatumShift(const CKvDatumShift& shift);
+  // Whether the text had a TOWGS84 or a shift was set.
+  bool HasDatumShift() const { return m_bHasDatumShift; }
   CString GetProjectionTypeName() const { return m_strProjectionTypeName; }
   void SetProjectionTypeName(const CString& name) { m_strProjectionTypeName = name; }
   double GetFalseEasting() const { return m_dFalseEasting; }
@@ -175,4 +179,5 @@ class KVCART_API CKvPRJParser {
   CString m_strAxis1Direction;
   CString m_strAxis2Name;
   CString m_strAxis2Direction;
+  bool m_bHasDatumShift;
 };
