@@ -5,7 +5,9 @@
 #include <mutex>
 
 #include "catalogue/KvGeographicalProjection.h"
+#include "catalogue/KvMapProjDetails.h"
 #include "catalogue/KvTransverseMercatorProjection.h"
+#include "platform/KvConstants.h"
 #include "platform/tsf.h"
 #include "wkt/KvPRJParser.h"
 
@@ -29,7 +31,8 @@ std::vector<CKvMapProjectionList*>& Lists() {
 
 }  // namespace
 
-CKvMapProjectionList::CKvMapProjectionList() : m_nNextOrder(0) {
+CKvMapProjectionList::CKvMapProjectionList()
+    : m_nNextOrder(0), m_bCodeIndexValid(false), m_nCodeGeneration(0) {
   std::lock_guard<std::mutex> lock(ListsMutex());
   Lists().push_back(this);
 }
@@ -48,17 +51,43 @@ void CKvMapProjectionList::_dealloc() {
   m_lstProjections.clear();
   m_Index.clear();
   m_IndexKeys.clear();
+  m_CodeIndex.clear();
+  m_bCodeIndexValid = false;
 }
 
 CKvMapProjData* CKvMapProjectionList::GetMapProjection(const std::string& name) {
   const auto bucket = m_Index.find(KeyOf(name));
-  return bucket == m_Index.end() ? nullptr : bucket->second.front().record;
+  if (bucket != m_Index.end()) return bucket->second.front().record;
+  const int code = CKvMapProjDetails::ParseCodeName(name.c_str());
+  return code > 0 ? GetMapProjectionByCode(code) : nullptr;
+}
+
+CKvMapProjData* CKvMapProjectionList::GetMapProjectionByCode(int code) {
+  if (code <= 0) return nullptr;
+  std::lock_guard<std::mutex> lock(m_CodeMutex);
+  if (!m_bCodeIndexValid || m_nCodeGeneration != CKvMapProjDetails::GetCodeGeneration())
+    _IndexCodes();
+  const auto found = m_CodeIndex.find(code);
+  return found == m_CodeIndex.end() ? nullptr : found->second;
+}
+
+// The first record of each code in list order.
+void CKvMapProjectionList::_IndexCodes() {
+  m_nCodeGeneration = CKvMapProjDetails::GetCodeGeneration();
+  m_CodeIndex.clear();
+  for (CKvMapProjData* record : m_lstProjections) {
+    const CKvMapProjDetails* details = CKvParameterSetBase::DetailsOf(record);
+    if (details && details->GetEpsgCode() > 0) m_CodeIndex.emplace(details->GetEpsgCode(), record);
+  }
+  m_bCodeIndexValid = true;
 }
 
 void CKvMapProjectionList::AddMapProjection(CKvMapProjData* record) {
   if (!record) return;
   m_lstProjections.push_back(record);
   _Index(record, m_nNextOrder++);
+  std::lock_guard<std::mutex> lock(m_CodeMutex);
+  m_bCodeIndexValid = false;
 }
 
 void CKvMapProjectionList::DeleteMapProjection(CKvMapProjData* record) {
@@ -67,6 +96,10 @@ void CKvMapProjectionList::DeleteMapProjection(CKvMapProjData* record) {
   m_lstProjections.remove(record);
   if (m_lstProjections.size() == before) return;
   _Unindex(record, nullptr);
+  {
+    std::lock_guard<std::mutex> lock(m_CodeMutex);
+    m_bCodeIndexValid = false;
+  }
   delete record;
 }
 
@@ -128,6 +161,10 @@ int CKvMapProjectionList::InitMapProjections(const std::string& systemFolder,
                                              const std::string& userFolder) {
   CKvGeographicalProjection* longLat = new CKvGeographicalProjection("LONG/LAT", "", "WE", 0.0);
   longLat->SetBranchName("Non UTM Projections");
+  // Geographic WGS 84, the system "LONG/LAT" is, answers to its code too.
+  CKvMapProjDetails wgs84;
+  wgs84.SetEpsgCode(KvConst::kEpsgWgs84Geographic);
+  longLat->SetDetails(wgs84);
   AddMapProjection(longLat);
   for (int zone = 1; zone <= 60; ++zone) {
     CString name;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <list>
+#include <mutex>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,6 +19,12 @@
 // in list order, kept up to date by every add and delete and by renames of
 // listed records (SetName and ReadFromHandle report them through
 // NoteRenamed), so a look-up costs the same whatever the catalogue's size.
+//
+// A name that matches no record but reads as "EPSG:<code>" (any letter case,
+// blanks allowed around the parts) finds the first record in list order
+// whose EPSG code (CKvMapProjDetails) is that code.  The index by code is
+// built on the first such look-up and rebuilt after the list or a listed
+// record's code changed; look-ups by code may run in several threads.
 class KVCART_API CKvMapProjectionList {
  public:
   typedef std::list<CKvMapProjData*>::iterator Iterator;
@@ -27,8 +34,11 @@ class KVCART_API CKvMapProjectionList {
   CKvMapProjectionList(const CKvMapProjectionList&) = delete;
   CKvMapProjectionList& operator=(const CKvMapProjectionList&) = delete;
 
-  // The first record whose short name equals that of `name`, or null.
+  // The first record whose short name equals that of `name`; else, for an
+  // "EPSG:<code>" name, the first record of that code; else null.
   CKvMapProjData* GetMapProjection(const std::string& name);
+  // The first record whose EPSG code is `code`, or null.
+  CKvMapProjData* GetMapProjectionByCode(int code);
   // Appends `record` and takes ownership; null is ignored.
   void AddMapProjection(CKvMapProjData* record);
   // Removes every entry holding `record` and deletes it once; null does
@@ -69,4 +79,10 @@ class KVCART_API CKvMapProjectionList {
   std::unordered_map<std::string, std::vector<SIndexEntry>> m_Index;
   std::unordered_map<const CKvMapProjData*, std::string> m_IndexKeys;
   std::uint64_t m_nNextOrder;
+
+  void _IndexCodes();
+  std::mutex m_CodeMutex;
+  std::unordered_map<int, CKvMapProjData*> m_CodeIndex;
+  bool m_bCodeIndexValid;
+  std::uint64_t m_nCodeGeneration;
 };
