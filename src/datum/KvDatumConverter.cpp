@@ -4,7 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "cart/KvCartSetup.h"
 #include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvParameterSet.h"
 #include "datum/KvDatumShift.h"
 #include "engines/KvProjection.h"
 #include "mapproj/KvMapProjection.h"
@@ -100,6 +102,31 @@ void ShiftBackward(EShift type, const double* p, double& X, double& Y, double& Z
   }
 }
 
+// The catalogue record a system was resolved from: the record of its name,
+// provided the system carries that record's own datum shift (a WKT text that
+// merely borrows a record's name and says another shift is not the record).
+const CKvMapProjData* CatalogueRecord(const CKvMapProjection* system) {
+  if (!system || !system->GetProjection()) return nullptr;
+  const CKvMapProjData* record =
+      CKvCartSetup::Instance().m_MapProjectionList.GetMapProjection(system->GetName());
+  const CKvMapProjDetails* details = CKvParameterSetBase::DetailsOf(record);
+  if (!details) return nullptr;
+  CKvDatumShift own;
+  details->GetDatumShift(own);
+  return own == SystemShift(system) ? record : nullptr;
+}
+
+// Two catalogue systems on one datum need no shift between them, as the
+// registry intends, even when each record carries the transformation to
+// WGS 84 chosen for its own area of use.
+bool OnOneCatalogueDatum(const CKvMapProjection* a, const CKvMapProjection* b) {
+  const CKvMapProjData* ra = CatalogueRecord(a);
+  const CKvMapProjData* rb = CatalogueRecord(b);
+  if (!ra || !rb) return false;
+  const std::string datum = ra->GetBranchName();
+  return !datum.empty() && datum == rb->GetBranchName();
+}
+
 // A stored end as a CKvDatumShift, for that class's equality rule.
 CKvDatumShift AsShift(EShift type, const double* p) {
   return CKvDatumShift(type, p[0], p[1], p[2], p[3], p[4], p[5], p[6]);
@@ -154,7 +181,8 @@ void CKvDatumConverter::_init() {
     m_bBypassXYZ = true;
   } else {
     m_bSameEllipsoid = sourceEllipsoid.IsEquivalent(targetEllipsoid);
-    m_bBypassXYZ = m_bSameEllipsoid && sourceShift == targetShift;
+    m_bBypassXYZ = m_bSameEllipsoid &&
+                   (sourceShift == targetShift || OnOneCatalogueDatum(m_pSource, m_pTarget));
   }
   m_bBypassXYZConstructed = m_bBypassXYZ;
   StoreShift(sourceShift, m_eSourceShiftType, m_adSourceShift);

@@ -32,7 +32,10 @@ class CKvMapProjection;
 // The geocentric step is bypassed when the two ellipsoids are equivalent and
 // the two shifts are equal, and when either system has no engine or its
 // engine knows no ellipsoid (nothing to shift with); a bypassed conversion
-// leaves heights alone.  A pair in which either system is local ("NON-UTM")
+// leaves heights alone.  It is also bypassed between two systems of the
+// catalogue whose records name the same datum on equivalent ellipsoids: each
+// record carries the shift to WGS 84 chosen for its own area, and two such
+// shifts of one datum may differ by metres where no shift is due.  A pair in which either system is local ("NON-UTM")
 // is never converted.
 //
 // Ownership: a converter built from two strings owns the two systems it
