@@ -13,9 +13,18 @@ package installs (/usr/share/proj/proj.db) and writes into the data folder:
                          match none of them are appended under "E" + code
 
 Only facts are taken from the registry: names, parameter values and units,
-ellipsoid constants.  One record is written for every projected CRS of
-authority EPSG that is not deprecated and whose conversion method has a
-parameter set here; the others are counted in the report printed at the end.
+ellipsoid constants, codes, datum shifts.  One record is written for every
+projected CRS of authority EPSG that is not deprecated and whose conversion
+method has a parameter set here; the others are counted in the report printed
+at the end.  Besides its parameters, a record carries:
+- "EPSG_Code", the CRS code;
+- "Linear_Unit" and "Linear_Unit_Factor" (metres per unit) when its axes are
+  not in metres;
+- "TOWGS84", the datum shift to WGS 84 in the TOWGS84 order and units
+  (metres, arc-seconds, parts per million, position vector convention), when
+  PROJ with no grid installed would convert the system to WGS 84 with a 3- or
+  7-parameter Helmert transformation.  That choice is reproduced from the
+  registry alone (see DatumShifts).
 
 Choices the registry leaves open:
 - Name = the CRS name, branch = the name of its geodetic CRS's datum.
@@ -44,6 +53,10 @@ Choices the registry leaves open:
   "Michigan State Plane ... zone").  SPCS27 zones on other datums (Old
   Hawaiian, Puerto Rico) go to map_projection.tsf.
 - Records are sorted by EPSG code, so the output is deterministic.
+- "Popular Visualisation Pseudo Mercator" (EPSG:3857) is written as a
+  Mercator 1SP set on the sphere of the datum's semi-major axis ("Popular
+  Visualisation Sphere"): its formulas are the spherical ones, applied to
+  latitudes and longitudes of the datum itself (WGS 84).
 
 Usage: tools/make_catalogue.py [--registry PATH] [--data FOLDER]
 Python 3 standard library only.
@@ -51,6 +64,7 @@ Python 3 standard library only.
 
 import argparse
 import collections
+import math
 import os
 import re
 import sqlite3
@@ -242,6 +256,10 @@ OBLIQUE = ("OBLIQUE_MERCATOR_PROJECTION",
             ("Azimuth", AZIMUTH), ("Feast", E_PC), ("Fnorth", N_PC)])
 MERC1 = ("MERCATOR_1SP_PROJECTION",
          [("Scale", K0), ("Centre", LON_NO), ("Feast", FE), ("Fnorth", FN)])
+# The spherical form of the Mercator, on the sphere of the datum's semi-major
+# axis (see Catalogue.sphere_id).
+PSEUDO_MERCATOR = ("MERCATOR_1SP_PROJECTION",
+                   [("Scale", Fixed(1)), ("Centre", LON_NO), ("Feast", FE), ("Fnorth", FN)])
 MERC2 = ("MERCATOR_2SP_PROJECTION",
          [("Parallel_1", LAT_SP1), ("Centre", LON_NO), ("Feast", FE), ("Fnorth", FN)])
 POLAR_A = ("POLAR_STEREOGRAPHIC_PROJECTION",
@@ -290,6 +308,7 @@ METHOD_NAMES = {
     9820: "Lambert Azimuthal Equal Area",
     9806: "Cassini-Soldner",
     1119: "Equidistant Conic",
+    1024: "Popular Visualisation Pseudo Mercator",
 }
 
 
@@ -344,6 +363,10 @@ def choose_layout(method, p):
         return LAEA
     if method == 9806:
         return CASSINI
+    if method == 1024:
+        if p.has(LAT_NO) and p.angle(LAT_NO) != 0:
+            raise Skip("Pseudo Mercator with an origin off the equator")
+        return PSEUDO_MERCATOR
     if method == 1119:
         return EQDC
     raise Skip("method not supported")
@@ -519,11 +542,312 @@ def ellipsoid_lines(e):
 
 
 # ---------------------------------------------------------------------------
+# Linear units
+
+def linear_unit(db, units, crs_row):
+    """(name, metres per unit) of a projected CRS whose axes are not in metres,
+    None for metres; Skip when its axes disagree or the unit is unknown."""
+    axes = db.execute("SELECT a.uom_auth_name, a.uom_code, u.name FROM axis a "
+                      "JOIN unit_of_measure u ON u.auth_name = a.uom_auth_name "
+                      "AND u.code = a.uom_code WHERE a.coordinate_system_auth_name = ? "
+                      "AND a.coordinate_system_code = ?",
+                      (crs_row["cs_auth_name"], crs_row["cs_code"])).fetchall()
+    found = {(auth, code, name) for auth, code, name in axes}
+    if len(found) != 1:
+        raise Skip("axes without one common unit")
+    auth, code, name = found.pop()
+    if auth != "EPSG":
+        raise Skip("axis unit outside the EPSG dataset")
+    if code == 9001:
+        return None
+    return name, units.metres(1, code)
+
+
+# ---------------------------------------------------------------------------
+# Datum shifts
+#
+# PROJ, asked for the operations from WGS 84 to a projected CRS with no grid
+# installed, lists the candidate transformations between the CRS's datum and
+# WGS 84 and applies the first whose area of use contains the point.  The
+# order is reproduced here from the registry:
+# - candidates: transformations (Helmert, other, concatenated) between a CRS
+#   of the datum and a CRS of WGS 84, either way, not deprecated, and not
+#   superseded by another usable one; those defined between the geographic 2D
+#   CRSs themselves, when there are any, exclude the others;
+# - kept when their area of use meets the CRS's area of use; operations that
+#   need a grid are left out (no grid is installed);
+# - sorted by the area of that intersection on the sphere, largest first,
+#   then by accuracy (unknown last), then a null transformation first, then
+#   by name, last version first.
+# The first candidate gives the record's shift when it is a 3- or
+# 7-parameter Helmert (or reduces to one: a Molodensky-Badekas
+# transformation, or a prime-meridian rotation followed by a Helmert).
+# Checked against PROJ 9.1.1 for every bundled record: the choices agree
+# except where PROJ chains two transformations through a third datum, which
+# is not reproduced (those records get no shift).
+
+WGS84_DATUM = 6326
+WGS84_GEOGRAPHIC = 4326
+
+# Helmert methods by the start of their name, whatever their domain (geog2D,
+# geog3D, geocentric); time-dependent and time-specific ones are none of them.
+GEOCENTRIC_TRANSLATIONS = "Geocentric translations"
+POSITION_VECTOR = "Position Vector transformation"
+COORDINATE_FRAME = "Coordinate Frame rotation"
+MOLODENSKY_BADEKAS_PV = "Molodensky-Badekas (PV"
+MOLODENSKY_BADEKAS_CF = "Molodensky-Badekas (CF"
+LONGITUDE_ROTATION = 9601
+ARC_SECOND = 9104
+PPM = 9202
+
+Candidate = collections.namedtuple("Candidate", "table code name accuracy source target")
+
+
+def _lon_ranges(west, east):
+    return [(west, east)] if west <= east else [(west, 180.0), (-180.0, east)]
+
+
+def intersection_area(a, b):
+    """Area on the unit sphere of the intersection of two (south, north,
+    west, east) boxes in degrees; None when they do not meet."""
+    south, north = max(a[0], b[0]), min(a[1], b[1])
+    if south > north:
+        return None
+    width, met = 0.0, False
+    for w1, e1 in _lon_ranges(a[2], a[3]):
+        for w2, e2 in _lon_ranges(b[2], b[3]):
+            lo, hi = max(w1, w2), min(e1, e2)
+            if lo <= hi:
+                met = True
+                width += hi - lo
+    if not met:
+        return None
+    return math.radians(width) * (math.sin(math.radians(north)) - math.sin(math.radians(south)))
+
+
+class Shift:
+    """A datum shift to WGS 84: 3 or 7 TOWGS84 values (exact fractions) and
+    the transformation it comes from."""
+
+    def __init__(self, values, source, how):
+        self.values = values
+        self.source = source  # "EPSG:1133 ED50 to WGS 84 (1)"
+        self.how = how  # what was done to the registry's values
+
+    def text(self):
+        return ", ".join(fmt(v) for v in self.values)
+
+
+class DatumShifts:
+    """PROJ's default transformation to WGS 84 for a CRS, from the registry."""
+
+    TABLES = ("helmert_transformation", "other_transformation", "concatenated_operation",
+              "grid_transformation")
+
+    def __init__(self, db, units):
+        self.db = db
+        self.units = units
+        self.datum_of = dict(db.execute(
+            "SELECT code, datum_code FROM geodetic_crs "
+            "WHERE auth_name = 'EPSG' AND datum_auth_name = 'EPSG'"))
+        self.extents = {t: self._extents(t) for t in self.TABLES + ("projected_crs",)}
+        # A superseded transformation stays a candidate when what replaces it
+        # needs a grid.
+        self.superseded = set(tuple(row) for row in db.execute(
+            "SELECT superseded_table_name, superseded_code FROM supersession "
+            "WHERE superseded_auth_name = 'EPSG' "
+            "AND replacement_table_name != 'grid_transformation'"))
+        self.helmert = {r["code"]: r for r in db.execute(
+            "SELECT * FROM helmert_transformation WHERE auth_name = 'EPSG'")}
+        # Longitude rotations between datums of different prime meridians (a
+        # rotation between two Greenwich datums is a datum change of its own).
+        self.prime_meridian_changes = {r[0] for r in db.execute(
+            "SELECT o.code FROM other_transformation o "
+            "JOIN geodetic_crs s ON s.auth_name = o.source_crs_auth_name "
+            "AND s.code = o.source_crs_code "
+            "JOIN geodetic_crs t ON t.auth_name = o.target_crs_auth_name "
+            "AND t.code = o.target_crs_code "
+            "JOIN geodetic_datum ds ON ds.auth_name = s.datum_auth_name AND ds.code = s.datum_code "
+            "JOIN geodetic_datum dt ON dt.auth_name = t.datum_auth_name AND dt.code = t.datum_code "
+            "WHERE o.auth_name = 'EPSG' AND o.method_code = ? "
+            "AND ds.prime_meridian_code != dt.prime_meridian_code", (LONGITUDE_ROTATION,))}
+        self.grids = {r[0] for r in db.execute(
+            "SELECT code FROM grid_transformation WHERE auth_name = 'EPSG'")}
+        self.steps = collections.defaultdict(list)
+        for op, step in db.execute(
+                "SELECT operation_code, step_code FROM concatenated_operation_step "
+                "WHERE operation_auth_name = 'EPSG' ORDER BY operation_code, step_number"):
+            self.steps[op].append(step)
+        self.by_datum = collections.defaultdict(list)
+        for table in self.TABLES:
+            for row in db.execute(
+                    "SELECT code, name, accuracy, source_crs_code, target_crs_code FROM %s "
+                    "WHERE auth_name = 'EPSG' AND deprecated = 0 "
+                    "AND source_crs_auth_name = 'EPSG' AND target_crs_auth_name = 'EPSG'"
+                    % table):
+                c = Candidate(table, *row)
+                source, target = self.datum_of.get(c.source), self.datum_of.get(c.target)
+                if source is None or target is None or source == target:
+                    continue
+                if target == WGS84_DATUM:
+                    self.by_datum[source].append(c)
+                elif source == WGS84_DATUM:
+                    self.by_datum[target].append(c)
+        self.counts = collections.Counter()
+
+    def _extents(self, table):
+        boxes = collections.defaultdict(list)
+        for row in self.db.execute(
+                "SELECT u.object_code, e.south_lat, e.north_lat, e.west_lon, e.east_lon "
+                "FROM usage u JOIN extent e ON e.auth_name = u.extent_auth_name "
+                "AND e.code = u.extent_code WHERE u.object_table_name = ? "
+                "AND u.object_auth_name = 'EPSG' ORDER BY u.code", (table,)):
+            if None not in row[1:]:
+                boxes[row[0]].append(row[1:])
+        return boxes
+
+    def _needs_grid(self, c):
+        if c.table == "grid_transformation":
+            return True
+        return c.table == "concatenated_operation" and any(
+            step in self.grids for step in self.steps[c.code])
+
+    def _is_null(self, c):
+        row = self.helmert.get(c.code) if c.table == "helmert_transformation" else None
+        return row is not None and all(
+            not row[k] for k in ("tx", "ty", "tz", "rx", "ry", "rz", "scale_difference"))
+
+    def candidates(self, datum, geographic, area):
+        """The candidates for the datum's CRS `geographic` and a CRS with
+        the area of use `area`, in PROJ's order."""
+        found = []
+        for c in self.by_datum.get(datum, []):
+            if (c.table, c.code) in self.superseded or self._needs_grid(c):
+                continue
+            met = [a for a in (intersection_area(box, area)
+                               for box in self.extents[c.table].get(c.code, [])) if a is not None]
+            if met:
+                found.append((c, max(met)))
+        direct = [f for f in found if {f[0].source, f[0].target} == {geographic, WGS84_GEOGRAPHIC}]
+        found = direct or found
+        found.sort(key=lambda f: f[0].name, reverse=True)
+        found.sort(key=lambda f: (-f[1], f[0].accuracy if f[0].accuracy is not None else math.inf,
+                                  not self._is_null(f[0])))
+        return [c for c, _ in found]
+
+    def for_crs(self, crs_code, datum, geographic):
+        """The record's Shift, None without one; counts the outcome."""
+        if datum == WGS84_DATUM:
+            self.counts["on WGS 84 itself"] += 1
+            return None
+        areas = self.extents["projected_crs"].get(crs_code)
+        if not areas:
+            self.counts["no area of use"] += 1
+            return None
+        found = self.candidates(datum, geographic, areas[0])
+        if not found:
+            self.counts["no transformation to WGS 84 usable without a grid"] += 1
+            return None
+        shift, reason = self._as_shift(found[0])
+        if shift is None:
+            self.counts["PROJ's choice is %s" % reason] += 1
+            return None
+        self.counts["shift: " + shift.how] += 1
+        return shift
+
+    def _as_shift(self, c):
+        """(Shift, None) for a Helmert or what reduces to one, else (None, why)."""
+        reverse = self.datum_of.get(c.source) == WGS84_DATUM
+        if c.table == "helmert_transformation":
+            return self._helmert(c.code, reverse)
+        if c.table == "concatenated_operation":
+            helmerts = []
+            for step in self.steps[c.code]:
+                if step in self.prime_meridian_changes:
+                    continue  # the records' longitudes are Greenwich-based already
+                if step not in self.helmert:
+                    return None, "a chain of transformations"
+                helmerts.append(step)
+            if len(helmerts) != 1:
+                return None, "a chain of transformations"
+            step = self.helmert[helmerts[0]]
+            step_reverse = self.datum_of.get(step["source_crs_code"]) == WGS84_DATUM
+            shift, why = self._helmert(helmerts[0], step_reverse)
+            if shift is not None:
+                shift.how += " after a prime-meridian rotation"
+            return shift, why
+        return None, "not a Helmert transformation"
+
+    def _helmert(self, code, reverse):
+        row = self.helmert[code]
+        method = row["method_name"] or ""
+        source = "EPSG:%d %s" % (code, row["name"])
+        if any(row[k] is not None for k in ("rate_tx", "rate_rx", "rate_scale_difference")):
+            return None, "a time-dependent Helmert transformation"
+        kinds = (GEOCENTRIC_TRANSLATIONS, POSITION_VECTOR, COORDINATE_FRAME,
+                 MOLODENSKY_BADEKAS_PV, MOLODENSKY_BADEKAS_CF)
+        if not method.startswith(kinds):
+            return None, "not a Helmert transformation"
+        badekas = method.startswith((MOLODENSKY_BADEKAS_PV, MOLODENSKY_BADEKAS_CF))
+        t = [self._length(row[k], row["translation_uom_code"]) for k in ("tx", "ty", "tz")]
+        if method.startswith(GEOCENTRIC_TRANSLATIONS):
+            values, how = t, "3 parameters"
+        else:
+            r = [self._arc_seconds(row[k], row["rotation_uom_code"]) for k in ("rx", "ry", "rz")]
+            scale = self._ppm(row["scale_difference"], row["scale_difference_uom_code"])
+            how = "7 parameters"
+            if method.startswith((COORDINATE_FRAME, MOLODENSKY_BADEKAS_CF)):
+                r = [-v for v in r]
+                how += " (coordinate frame, rotations negated)"
+            if badekas:
+                t = self._about_origin(t, r, scale, row)
+                how = "7 parameters (Molodensky-Badekas, rotated about the origin)"
+            values = t + r + [scale]
+        if reverse:
+            values = [-v for v in values]
+            how += ", reversed"
+        return Shift(values, source, how), None
+
+    def _length(self, value, uom):
+        if value is None:
+            raise Skip("Helmert transformation without a translation")
+        return self.units.metres(value, uom)
+
+    def _arc_seconds(self, value, uom):
+        if value is None:
+            raise Skip("Helmert transformation without a rotation")
+        return self.units.degrees(value, uom) * 3600
+
+    def _ppm(self, value, uom):
+        if value is None:
+            raise Skip("Helmert transformation without a scale difference")
+        if uom == PPM:
+            return exact(value)
+        factor = self.units.factor.get(uom)
+        if self.units.kind.get(uom) != "scale" or not factor:
+            raise Skip("unsupported scale unit %s" % uom)
+        return exact(value) * exact(factor) * 1000000
+
+    def _about_origin(self, t, r, scale, row):
+        """The translations that give, rotating about the geocentre, what a
+        Molodensky-Badekas transformation gives rotating about its pivot P:
+        T + P - (1 + s) R P, with the small-angle rotation R of the position
+        vector convention, exactly as the shift formulas apply it."""
+        p = [self._length(row[k], row["pivot_uom_code"]) for k in ("px", "py", "pz")]
+        rx, ry, rz = (v / 3600 * PI / 180 for v in r)
+        k = 1 + scale / 1000000
+        rp = [p[0] - rz * p[1] + ry * p[2], rz * p[0] + p[1] - rx * p[2],
+              -ry * p[0] + rx * p[1] + p[2]]
+        return [t[i] + p[i] - k * rp[i] for i in range(3)]
+
+
+# ---------------------------------------------------------------------------
 # Registry
 
 CRS_QUERY = """
 SELECT p.code AS crs_code, p.name AS crs_name, cv.*,
-       gd.name AS datum_name,
+       p.coordinate_system_auth_name AS cs_auth_name, p.coordinate_system_code AS cs_code,
+       g.code AS geographic_code, gd.code AS datum_code, gd.name AS datum_name,
        pm.longitude AS pm_longitude, pm.uom_auth_name AS pm_uom_auth,
        pm.uom_code AS pm_uom_code,
        e.code AS ellipsoid_code, e.name AS ellipsoid_name,
@@ -555,8 +879,13 @@ class Catalogue:
 
     FILES = ("map_projection.tsf", "state_plane_nad83.tsf", "state_plane_nad27.tsf")
 
-    def __init__(self, known_ellipsoids):
+    def __init__(self, known_ellipsoids, db, units):
         self.known = known_ellipsoids
+        self.db = db
+        self.units = units
+        self.shifts = DatumShifts(db, units)
+        self.units_used = collections.Counter()  # unit name -> records
+        self.coded = 0
         self.records = {f: [] for f in self.FILES}
         self.new_ellipsoids = {}  # EPSG code -> Ellipsoid
         self.ellipsoid_of = {}  # EPSG code -> our code
@@ -573,6 +902,23 @@ class Catalogue:
         if code in self.ellipsoid_of:
             return self.ellipsoid_of[code]
         a, invf = ellipsoid_constants(row, units)
+        return self._our_code(code, row["ellipsoid_name"], a, invf)
+
+    def sphere_id(self, row, units):
+        """The code of the registry's sphere whose radius is the semi-major
+        axis of the datum's ellipsoid."""
+        a, _ = ellipsoid_constants(row, units)
+        for sphere in self.db.execute(
+                "SELECT * FROM ellipsoid WHERE auth_name = 'EPSG' "
+                "AND inv_flattening IS NULL AND semi_minor_axis = semi_major_axis "
+                "ORDER BY deprecated, code"):
+            if sphere["uom_auth_name"] == "EPSG" and ellipsoid_constants(sphere, units)[0] == a:
+                if sphere["code"] in self.ellipsoid_of:
+                    return self.ellipsoid_of[sphere["code"]]
+                return self._our_code(sphere["code"], sphere["name"], a, Fraction(0))
+        raise Skip("no sphere of radius %s in the registry" % fmt(a))
+
+    def _our_code(self, code, name, a, invf):
         found = next((k for k in self.known if matches(k, a, invf)), None)
         if found:
             ours = found.code
@@ -581,7 +927,7 @@ class Catalogue:
             taken = {k.code for k in self.known}
             if ours in taken:
                 raise Skip("ellipsoid code %s already taken" % ours)
-            self.new_ellipsoids[code] = Ellipsoid(row["ellipsoid_name"], ours, a, invf)
+            self.new_ellipsoids[code] = Ellipsoid(name, ours, a, invf)
         self.ellipsoid_of[code] = ours
         return ours
 
@@ -598,12 +944,24 @@ class Catalogue:
             target = state_plane_file(row["name"], row["datum_name"]) or "map_projection.tsf"
             us_feet = target == "state_plane_nad27.tsf"
             section, lines = record_lines(layout, p, us_feet)
-            ellipsoid = self.ellipsoid_id(row, units)
+            if layout is PSEUDO_MERCATOR:
+                ellipsoid = self.sphere_id(row, units)
+            else:
+                ellipsoid = self.ellipsoid_id(row, units)
+            unit = linear_unit(self.db, units, row)
             text = ["   [%s]  // EPSG:%d" % (section, row["crs_code"]),
                     "      Projection_Name = " + quote(row["crs_name"]),
                     "      Branch_Name = " + quote(row["datum_name"]),
                     "      Ellipsoid = " + quote(ellipsoid)]
             text += ["      %s = %s" % kv for kv in lines]
+            text.append("      EPSG_Code = %d" % row["crs_code"])
+            if unit:
+                text.append("      Linear_Unit = " + quote(unit[0]))
+                text.append("      Linear_Unit_Factor = " + fmt(unit[1]))
+            shift = self.shifts.for_crs(row["crs_code"], row["datum_code"],
+                                        row["geographic_code"])
+            if shift:
+                text.append("      TOWGS84 = %s  // %s" % (shift.text(), shift.source))
             text.append("   EndSect  // " + section)
         except Skip as reason:
             self.skipped[(method, row["method_name"], str(reason))] += 1
@@ -616,6 +974,9 @@ class Catalogue:
             self.shifted += 1
         if any(key.endswith("_ft_us") for key, _ in lines):
             self.in_feet += 1
+        self.coded += 1
+        if unit:
+            self.units_used[unit[0]] += 1
 
 
 def projection_file(version, records, what):
@@ -670,7 +1031,7 @@ def main(argv=None):
     with open(ellipsoid_path, encoding="utf-8") as f:
         head, known = read_hand_written_ellipsoids(f.read())
 
-    catalogue = Catalogue(known)
+    catalogue = Catalogue(known, db, units)
     for row in db.execute(CRS_QUERY):
         catalogue.add(row, units)
     total_crs = db.execute("SELECT count(*) FROM projected_crs "
@@ -711,6 +1072,15 @@ def report(c, version, total_crs):
     for code in sorted(c.ellipsoid_of):
         extra = "" if code not in c.new_ellipsoids else "  (new: %s)" % c.new_ellipsoids[code].name
         print("  EPSG:%d -> %s%s" % (code, c.ellipsoid_of[code], extra), file=out)
+    print("\nRecords with their EPSG code: %d" % c.coded, file=out)
+    print("Records in a unit other than the metre: %d" % sum(c.units_used.values()), file=out)
+    for name, n in sorted(c.units_used.items(), key=lambda kv: (-kv[1], kv[0])):
+        print("  %6d  %s" % (n, name), file=out)
+    shifted = sum(n for k, n in c.shifts.counts.items() if k.startswith("shift: "))
+    print("Datum shifts to WGS 84 (PROJ's default without grids): %d records" % shifted,
+          file=out)
+    for what, n in sorted(c.shifts.counts.items(), key=lambda kv: (-kv[1], kv[0])):
+        print("  %6d  %s" % (n, what), file=out)
     duplicates = sorted(n for n, k in c.names.items() if k > 1)
     print("Names used by more than one record (the first wins on look-up): %d" % len(duplicates),
           file=out)
