@@ -1,11 +1,12 @@
 #include "catalogue/KvMapProjDetails.h"
 
+#include <strings.h>
+
 #include <atomic>
 #include <cctype>
 #include <climits>
 #include <cmath>
 #include <cstring>
-#include <strings.h>
 
 #include "catalogue/KvMapProjDataIDs.h"
 #include "datum/KvDatumShift.h"

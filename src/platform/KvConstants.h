@@ -15,7 +15,7 @@ constexpr double kArcSecToRad = 4.84813681109536e-6;   // pi / (180 * 3600)
 constexpr double kPpmToFraction = 1e-6;
 constexpr double kNotSet = -1e-35;                   // a parsed numeric field nobody set
 constexpr double kRelativeTolerance = 1e-12;
-constexpr int kEpsgWgs84Geographic = 4326;             // the EPSG code of "LONG/LAT"
+constexpr int kEpsgWgs84Geographic = 4326;           // the EPSG code of "LONG/LAT"
 
 // Two numbers are close when they are equal or differ by at most 1e-12 of
 // the larger magnitude.  NaN is close to nothing.

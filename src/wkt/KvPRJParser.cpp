@@ -703,8 +703,8 @@ bool CKvPRJParser::Format(CString& out) const {
   if (m_bHasDatumShift) {
     // All seven values, whatever the type, as .prj writers give them.
     const double* v = m_DatumShift.GetParameters();
-    AppendFormat(text, ",%s[%.16g,%.16g,%.16g,%.16g,%.16g,%.16g,%.16g]", "TOWGS84", v[0], v[1], v[2],
-                 v[3], v[4], v[5], v[6]);
+    AppendFormat(text, ",%s[%.16g,%.16g,%.16g,%.16g,%.16g,%.16g,%.16g]", "TOWGS84", v[0], v[1],
+                 v[2], v[3], v[4], v[5], v[6]);
   }
   text += "],";
   AppendFormat(text, "%s[\"%s\",%.16g],", "PRIMEM", m_strPrimeMeridian.GetString(),
