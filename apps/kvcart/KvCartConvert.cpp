@@ -11,8 +11,11 @@
 #include <memory>
 #include <thread>
 
+#include "catalogue/KvEllipsoid.h"
 #include "datum/KvDatumConverter.h"
+#include "engines/KvProjection.h"
 #include "mapproj/KvMapProjection.h"
+#include "wkt/KvPRJParser.h"
 
 namespace kvcart {
 namespace {
@@ -76,8 +79,13 @@ void Append(std::string& out, double value, int decimals) {
 
 class CLineConverter {
  public:
-  CLineConverter(CKvDatumConverter& converter, const SFormat& format, bool height, bool strict)
-      : m_Converter(converter), m_Format(format), m_bHeight(height), m_bStrict(strict) {}
+  CLineConverter(CKvDatumConverter& converter, const SFormat& format, bool height, bool ellipsoidal,
+                 bool strict)
+      : m_Converter(converter),
+        m_Format(format),
+        m_bHeight(height),
+        m_bEllipsoidal(ellipsoidal),
+        m_bStrict(strict) {}
 
   void Run(SChunk& chunk) {
     const char* p = chunk.begin;
@@ -128,8 +136,11 @@ class CLineConverter {
           m_bHeight ? "cannot read three coordinates (x y h)" : "cannot read two coordinates (x y)";
       return false;
     }
-    if (m_bHeight) {
+    if (m_bEllipsoidal) {
       m_Converter.Convert(x, y, h);
+    } else if (m_bHeight) {
+      double shifted = h;  // the point moves as its height says; the height stays
+      m_Converter.Convert(x, y, shifted);
     } else {
       m_Converter.Convert(x, y);
     }
@@ -154,6 +165,7 @@ class CLineConverter {
   CKvDatumConverter& m_Converter;
   SFormat m_Format;
   bool m_bHeight;
+  bool m_bEllipsoidal;
   bool m_bStrict;
 };
 
@@ -278,7 +290,8 @@ class CFileConverter {
 
  private:
   CLineConverter Worker(size_t i) {
-    return CLineConverter(*m_Converters[i], m_Format, m_Settings.height, m_Settings.strict);
+    return CLineConverter(*m_Converters[i], m_Format, m_Settings.height,
+                          m_Settings.ellipsoidalHeight, m_Settings.strict);
   }
 
   const SConvertSettings& m_Settings;
@@ -286,9 +299,32 @@ class CFileConverter {
   std::vector<std::unique_ptr<CKvDatumConverter>> m_Converters;
 };
 
+// Whether a system's text says its datum shift to WGS 84 (a TOWGS84, of
+// zeros perhaps: the WKT of a catalogue name says its record's).
+bool SaysDatumShift(const CKvMapProjection& system) {
+  CKvPRJParser parser(system.GetProjectionString());
+  parser.Parse(false);
+  return parser.HasDatumShift();
+}
+
+void WarnWithoutDatumShift(const std::string& from, const std::string& to) {
+  const CKvMapProjection source(from), target(to);
+  CKvEllipsoid a, b;
+  if (source.IsLocal() || target.IsLocal() || !source.GetProjection() || !target.GetProjection() ||
+      !source.GetProjection()->GetAnonymousEllipsoid(a) ||
+      !target.GetProjection()->GetAnonymousEllipsoid(b) || a.IsEquivalent(b) ||
+      SaysDatumShift(source) || SaysDatumShift(target))
+    return;
+  std::fprintf(stderr,
+               "kvcart: no datum shift known between %s and %s: converting through the "
+               "ellipsoids alone, which can be hundreds of metres off\n",
+               source.GetName(), target.GetName());
+}
+
 }  // namespace
 
 int RunConvert(const SConvertSettings& settings) {
+  WarnWithoutDatumShift(settings.from, settings.to);
   SFormat format;
   format.heightDecimals = settings.precision >= 0 ? settings.precision : 3;
   format.xyDecimals = settings.precision >= 0                          ? settings.precision

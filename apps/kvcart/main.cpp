@@ -1,7 +1,7 @@
 // kvcart: converts coordinates between coordinate systems and describes
 // them, with the library's bundled catalogue.
 //
-//   kvcart convert --from CS --to CS [FILE...]
+//   kvcart convert --from CS --to CS [--height | --ellipsoidal-height] [FILE...]
 //   kvcart info CS [--json]
 //   kvcart list [--kind projected|geographic|local] [--match TEXT]
 //   kvcart distance LON1 LAT1 LON2 LAT2 [--crs CS]
@@ -86,7 +86,11 @@ int main(int argc, char** argv) {
   CLI::App* convertCmd = app.add_subcommand("convert", "Convert points, one per line");
   convertCmd->add_option("--from", convert.from, "Source coordinate system")->required();
   convertCmd->add_option("--to", convert.to, "Target coordinate system")->required();
-  convertCmd->add_flag("--height", convert.height, "Lines hold x y h");
+  convertCmd->add_flag("--height", convert.height,
+                       "Lines hold x y h; h is kept as it is (heights above sea level, depths)");
+  convertCmd->add_flag("--ellipsoidal-height", convert.ellipsoidalHeight,
+                       "Lines hold x y h, and h is a height above the ellipsoid: it changes "
+                       "with the datum shift between the two systems");
   convertCmd
       ->add_option("--precision", convert.precision,
                    "Decimals written (default 3 for metres, 9 for degrees)")
@@ -145,6 +149,7 @@ int main(int argc, char** argv) {
   int status = 0;
   std::string error;
   if (convertCmd->parsed()) {
+    convert.height = convert.height || convert.ellipsoidalHeight;
     if (!kvcart::ResolveCs(convert.from, convert.from, error) ||
         !kvcart::ResolveCs(convert.to, convert.to, error))
       status = Fail(error);

@@ -23,6 +23,29 @@ UTM32_PRJ = (
     'PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]]')
 
 
+# The same system as NAD83 / Texas South Central (ftUS) (EPSG:2278), written
+# as an ESRI .prj writes it: no TOWGS84, the parallels the other way round.
+TEXAS_FEET_PRJ = (
+    'PROJCS["NAD_1983_StatePlane_Texas_South_Central_FIPS_4204_Feet",'
+    'GEOGCS["GCS_North_American_1983",DATUM["D_North_American_1983",'
+    'SPHEROID["GRS_1980",6378137.0,298.257222101]],PRIMEM["Greenwich",0.0],'
+    'UNIT["Degree",0.0174532925199433]],PROJECTION["Lambert_Conformal_Conic"],'
+    'PARAMETER["False_Easting",1968500.0],PARAMETER["False_Northing",13123333.333],'
+    'PARAMETER["Central_Meridian",-99.0],PARAMETER["Standard_Parallel_1",28.38333333333333],'
+    'PARAMETER["Standard_Parallel_2",30.28333333333334],'
+    'PARAMETER["Latitude_Of_Origin",27.83333333333333],UNIT["Foot_US",0.3048006096012192]]')
+
+# ED50 / UTM zone 32N without its shift, and the same on an ellipsoid no
+# record uses: International 1924 with no TOWGS84.
+ED50_UTM32_PRJ = UTM32_PRJ.replace("WGS_1984_UTM_Zone_32N", "ED_1950_UTM_Zone_32N").replace(
+    'GEOGCS["GCS_WGS_1984",DATUM["D_WGS_1984",SPHEROID["WGS_1984",6378137.0,298.257223563]]',
+    'GEOGCS["GCS_European_1950",DATUM["D_European_1950",SPHEROID["International_1924",'
+    '6378388.0,297.0]]')
+
+WARNING = ("no datum shift known between LONG/LAT and ED_1950_UTM_Zone_32N: converting "
+           "through the ellipsoids alone, which can be hundreds of metres off")
+
+
 class KvcartTest(unittest.TestCase):
     def setUp(self):
         self.tmp = tempfile.TemporaryDirectory()
@@ -127,6 +150,70 @@ class KvcartTest(unittest.TestCase):
         text = self.run_kvcart("info", "LONG/LAT")
         self.assertEqual(text.returncode, 0, text.stderr)
         self.assertIn("geographic", text.stdout)
+
+    def test_info_gives_codes_and_identifies_prj_files(self):
+        r = self.run_kvcart("info", "epsg:2278")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertIn("Name:            NAD83 / Texas South Central (ftUS)\n", r.stdout)
+        self.assertIn("EPSG code:       2278\n", r.stdout)
+        self.assertIn("Linear unit:     US survey foot (0.3048006096012192)\n", r.stdout)
+        self.assertIn("UNIT[\"US survey foot\",0.3048006096012192]]", r.stdout)
+        d = json.loads(self.run_kvcart("info", "--json", "ED50 / UTM zone 32N").stdout)
+        self.assertEqual(d["epsg_code"], 23032)
+        self.assertEqual(d["datum_shift"]["values"], [-87, -98, -121, 0, 0, 0, 0])
+        self.assertIn("+towgs84=-87,-98,-121,0,0,0,0 ", d["proj4"])
+        self.assertIsNone(json.loads(self.run_kvcart("info", "--json", "NON-UTM").stdout)[
+            "epsg_code"])
+
+        prj = self.write("texas.prj", TEXAS_FEET_PRJ + "\n")
+        r = self.run_kvcart("info", "@" + prj)
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertIn("Identical to:    NAD83 / Texas South Central (ftUS) (EPSG:2278)\n",
+                      r.stdout)
+        self.assertNotIn("EPSG code:", r.stdout)
+        d = json.loads(self.run_kvcart("info", "--json", "@" + self.write("ed50.prj",
+                                                                         ED50_UTM32_PRJ)).stdout)
+        # ED50 and ELD79 (Libya) share the ellipsoid and the grid; both know a shift.
+        self.assertIn({"name": "ED50 / UTM zone 32N", "epsg_code": 23032,
+                       "but_the_datum_shift": True}, d["identical"])
+        self.assertTrue(all(i["but_the_datum_shift"] for i in d["identical"]))
+        d = json.loads(self.run_kvcart("info", "--json", "@" + self.write("utm.prj",
+                                                                         UTM32_PRJ)).stdout)
+        self.assertEqual([i["name"] for i in d["identical"]], ["UTM-32", "WGS 84 / UTM zone 32N"])
+
+    def test_convert_warns_once_when_no_datum_shift_is_known(self):
+        points = "9 56\n10 57\n"
+        r = self.run_kvcart("convert", "--from", "LONG/LAT", "--to", ED50_UTM32_PRJ,
+                            stdin=points)
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertEqual(r.stderr, "kvcart: " + WARNING + "\n")
+        self.assertEqual(len(r.stdout.splitlines()), 2)
+        # A record's shift, and a known zero shift (NAD83), say nothing.
+        for target in ("ED50 / UTM zone 32N", "EPSG:2278", "UTM-33"):
+            r = self.run_kvcart("convert", "--from", "LONG/LAT", "--to", target, stdin=points)
+            self.assertEqual(r.stderr, "", target)
+
+    def test_heights_stay_unless_they_are_ellipsoidal(self):
+        # echo "500000 6206079.587 -25" | cs2cs -f %.4f +proj=utm +zone=32 +datum=WGS84
+        #   +to +proj=utm +zone=32 +ellps=intl +towgs84=-87,-98,-121
+        # gives 500083.1511 6206285.1152 -25.0000; the same pipeline through cct
+        # (+step +proj=cart ... +proj=helmert +x=87 +y=98 +z=121 ...) gives the
+        # ellipsoidal height -56.3303.
+        point = "500000 6206079.587 -25\n"
+        r = self.run_kvcart("convert", "--height", "--from", "UTM-32", "--to",
+                            "ED50 / UTM zone 32N", stdin=point)
+        self.assertEqual(r.returncode, 0, r.stderr)
+        x, y, h = r.stdout.split()
+        self.assertAlmostEqual(float(x), 500083.1511, delta=1e-3)
+        self.assertAlmostEqual(float(y), 6206285.1152, delta=1e-3)
+        self.assertEqual(h, "-25.000")
+        r = self.run_kvcart("convert", "--ellipsoidal-height", "--from", "UTM-32", "--to",
+                            "ED50 / UTM zone 32N", stdin=point)
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertAlmostEqual(float(r.stdout.split()[2]), -56.3303, delta=1e-3)
+        help_text = self.run_kvcart("convert", "--help").stdout
+        self.assertIn("--ellipsoidal-height", help_text)
+        self.assertIn("above the ellipsoid", help_text)
 
     def test_list_filters_by_kind_and_text(self):
         r = self.run_kvcart("list", "--kind", "geographic")
