@@ -58,4 +58,25 @@ void BM_CreateFromBundledNameNearEnd(benchmark::State& state) {
 }
 BENCHMARK(BM_CreateFromBundledNameNearEnd)->Unit(benchmark::kMicrosecond);
 
+// The same system by its code (it is in US survey feet with a datum shift,
+// which its WKT says).
+void BM_CreateFromBundledCode(benchmark::State& state) {
+  EnsureBundledCatalogue();
+  for (auto _ : state) {
+    CKvMapProjection object("EPSG:32058");
+    benchmark::DoNotOptimize(object.GetProjection());
+  }
+}
+BENCHMARK(BM_CreateFromBundledCode)->Unit(benchmark::kMicrosecond);
+
+// A code no record has: the look-up after the index by code is built.
+void BM_UnknownBundledCode(benchmark::State& state) {
+  EnsureBundledCatalogue();
+  for (auto _ : state) {
+    CKvMapProjection object("EPSG:1");
+    benchmark::DoNotOptimize(object.GetProjection());
+  }
+}
+BENCHMARK(BM_UnknownBundledCode)->Unit(benchmark::kMicrosecond);
+
 }  // namespace

@@ -567,9 +567,12 @@ def linear_unit(db, units, crs_row):
 # Datum shifts
 #
 # PROJ, asked for the operations from WGS 84 to a projected CRS with no grid
-# installed, lists the candidate transformations between the CRS's datum and
-# WGS 84 and applies the first whose area of use contains the point.  The
-# order is reproduced here from the registry:
+# installed (projinfo -s EPSG:4326 -t EPSG:<code> --spatial-test intersects),
+# lists the candidate transformations between the CRS's datum and WGS 84 in
+# its order of preference for the CRS's whole area of use; the first is its
+# default, and the record's shift.  (cs2cs then applies, point by point, the
+# most accurate candidate whose area contains the point, which may be a more
+# local one.)  The order is reproduced here from the registry:
 # - candidates: transformations (Helmert, other, concatenated) between a CRS
 #   of the datum and a CRS of WGS 84, either way, not deprecated, and not
 #   superseded by another usable one; those defined between the geographic 2D
