@@ -11,10 +11,12 @@
 class CKvProjection;
 
 // The object through which callers use a coordinate system: it resolves a
-// coordinate-system string (WKT, a catalogue name, "NON-UTM" or "LONG/LAT")
-// once to an engine and keeps the units, axes and datum shift that came with
-// it.  A string that resolves to nothing still gives a valid object without
-// an engine, whose operations answer with fixed defaults.
+// coordinate-system string (WKT, a catalogue name, "EPSG:<code>" of a
+// catalogue record, "NON-UTM" or "LONG/LAT") once to an engine and keeps the
+// units, axes and datum shift that came with it; a catalogue system's come
+// from its record (its unit and datum shift, which the WKT it is stored as
+// says).  A string that resolves to nothing still gives a valid object
+// without an engine, whose operations answer with fixed defaults.
 //
 // The static functions classify coordinate-system strings and give access to
 // the process-wide catalogues.
