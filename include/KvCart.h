@@ -63,9 +63,9 @@ KVCART_C_API void CARTSETUPLINUX(const char* systemFolder, const char* userFolde
 /* ---- map-projection handles ------------------------------------------ */
 
 /* Builds a map-projection object for a coordinate-system string (WKT, a
- * catalogue name, or "EPSG:<code>" of a catalogue record).  A string that names nothing known still gives a handle
- * (an object without engine) and status 0; "UTM" without a zone gives
- * status -1. */
+ * catalogue name, or "EPSG:<code>" of a catalogue record).  A string that
+ * names nothing known still gives a handle (an object without engine) and
+ * status 0; "UTM" without a zone gives status -1. */
 KVCART_C_API void C_KVMP_CREATE(const char* coordSys, void** handle, int* status);
 /* Deletes *handle and sets it to null (status 0); a null *handle gives
  * status -1, so destroying twice through one variable is safe. */

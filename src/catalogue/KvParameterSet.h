@@ -29,9 +29,9 @@ class KVCART_API CKvParameterSetBase : public CKvMapProjData {
 
 // The shape every parameter set shares: name, branch name, ellipsoid
 // identifier, the method's N doubles and the two flags, in that order, then
-// the registry's details, with the virtual interface implemented once.  `Set` is the
-// concrete class, which supplies its table through a static Info() and its
-// engine through CreateProjection().
+// the registry's details, with the virtual interface implemented once.
+// `Set` is the concrete class, which supplies its table through a static
+// Info() and its engine through CreateProjection().
 //
 // A set built by the library or read from a system file is read-only: its
 // name, ellipsoid and parameter setters do nothing and it is never written

@@ -35,8 +35,8 @@ class CKvMapProjection;
 // leaves heights alone.  It is also bypassed between two systems of the
 // catalogue whose records name the same datum on equivalent ellipsoids: each
 // record carries the shift to WGS 84 chosen for its own area, and two such
-// shifts of one datum may differ by metres where no shift is due.  A pair in which either system is local ("NON-UTM")
-// is never converted.
+// shifts of one datum may differ by metres where no shift is due.  A pair in
+// which either system is local ("NON-UTM") is never converted.
 //
 // Ownership: a converter built from two strings owns the two systems it
 // builds and deep-copies them when copied.  One built from two
