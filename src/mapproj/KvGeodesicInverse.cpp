@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kMachineEpsilon = std::numeric_limits<double>::epsilon();
 // Newton (with bisection) steps on alpha1.  Newton alone needs 2 to 4; the
 // cap only matters if the bisection fallback runs all the way down.
@@ -338,7 +337,7 @@ void CKvGeodesicInverse::_Arc(double sinBeta1, double cosBeta1, double sinBeta2,
   // m12 / b = dn2 cos sigma1 sin sigma2 - dn1 sin sigma1 cos sigma2
   //           - cos sigma1 cos sigma2 (J(sigma2) - J(sigma1)),
   // J = I1 - I2, dn = sqrt(1 + k^2 sin^2 sigma).
-  double dLambda12 = kNaN;
+  double dLambda12 = KvConst::kNaN;
   if (cosAlpha2 == 0.0) {
     // Point 2 at a vertex (beta2 = -beta1, alpha1 = 90 degrees): m12 and
     // cos alpha2 vanish together; the limit of the ratio.
@@ -430,7 +429,7 @@ void CKvGeodesicInverse::_StartAlpha1(double sinBeta1, double cosBeta1, double s
 
 void CKvGeodesicInverse::Solve(double lon1, double lat1, double lon2, double lat2, double& s12,
                                double& azi1, double& azi2) const {
-  s12 = azi1 = azi2 = kNaN;
+  s12 = azi1 = azi2 = KvConst::kNaN;
   if (!(std::isfinite(m_a) && m_a > 0.0 && m_f >= 0.0 && m_f < 1.0)) return;
   if (!(std::isfinite(lon1) && std::isfinite(lon2))) return;
   if (!(std::fabs(lat1) <= 90.0 && std::fabs(lat2) <= 90.0)) return;  // also NaN

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 // Numeric facts the whole library shares, named once.
 namespace KvConst {
@@ -16,6 +17,9 @@ constexpr double kPpmToFraction = 1e-6;
 constexpr double kNotSet = -1e-35;                   // a parsed numeric field nobody set
 constexpr double kRelativeTolerance = 1e-12;
 constexpr int kEpsgWgs84Geographic = 4326;           // the EPSG code of "LONG/LAT"
+// What an engine returns where its formulas have no answer (no cone, no
+// ellipsoid).
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // Two numbers are close when they are equal or differ by at most 1e-12 of
 // the larger magnitude.  NaN is close to nothing.

@@ -1,0 +1,191 @@
+#pragma once
+
+// The latitude functions and trigonometric series the engines share, each
+// written once.  Angles are radians unless a name says degrees; e is the
+// first eccentricity, e2 its square, n the third flattening f / (2 - f).
+//
+// Sources: IOGP Publication 373-7-2 (EPSG Guidance Note 7-2) for t, m, q
+// and the isometric latitude; J. P. Snyder, "Map Projections: A Working
+// Manual" (USGS PP 1395, 1987), eqs. 3-1, 3-12, 15-9 and 3-21, 3-26 for
+// the authalic q and the meridian arc; C. W. Clenshaw (1955) for the
+// summation of sine series.
+//
+// Functions that take sin phi and cos phi rather than phi let an engine
+// form them once per point, and exactly at the poles with SinCosDeg.
+
+#include <cmath>
+
+#include "platform/KvConstants.h"
+
+namespace KvAux {
+
+// sin and cos of `degrees`, exact where the angle is a multiple of 90
+// degrees: cos 90 is 0, not 6.1e-17, so a pole given as 90 is the pole.
+// The reduction to [-45, 45] degrees is exact (Sterbenz), so the result is
+// also as accurate as the library's sin and cos of the remainder.
+inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
+  const double q = std::nearbyint(degrees / 90.0);
+  const double r = (degrees - 90.0 * q) * KvConst::kDegToRad;
+  const double s = std::sin(r), c = std::cos(r);
+  // q mod 4 without overflow for any finite q; NaN and infinity fall
+  // through to the first case and stay NaN.
+  const double quarter = q - 4.0 * std::floor(q * 0.25);
+  if (quarter == 1.0) {
+    *sinOut = c;
+    *cosOut = -s;
+  } else if (quarter == 2.0) {
+    *sinOut = -s;
+    *cosOut = -c;
+  } else if (quarter == 3.0) {
+    *sinOut = -c;
+    *cosOut = s;
+  } else {
+    *sinOut = s;
+    *cosOut = c;
+  }
+  *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
+}
+
+// tan(pi/4 - phi/2), written as cos phi / (1 + sin phi) on the northern and
+// (1 - sin phi) / cos phi on the southern half: the same value, without the
+// cancellation of the difference of angles near the north pole or of
+// 1 + sin phi near the south pole.  0 at the north pole, +infinity at the
+// south pole; negative beyond the north pole (cos phi < 0).
+inline double HalfColatitudeTan(double sinPhi, double cosPhi) {
+  return sinPhi >= 0.0 ? cosPhi / (1.0 + sinPhi) : (1.0 - sinPhi) / cosPhi;
+}
+
+// Guidance Note 7-2's conformal function
+//   t = tan(pi/4 - phi/2) / ((1 - e sin phi) / (1 + e sin phi))^(e/2),
+// the exponential of minus the isometric latitude.
+inline double ConformalT(double sinPhi, double cosPhi, double e) {
+  const double eSinPhi = e * sinPhi;
+  return HalfColatitudeTan(sinPhi, cosPhi) *
+         std::pow((1.0 - eSinPhi) / (1.0 + eSinPhi), -0.5 * e);
+}
+
+// The latitude of conformal function value t >= 0 (Guidance Note 7-2, the
+// reverse of the Lambert conic): phi = pi/2 - 2 atan(t ((1 - e sin phi) /
+// (1 + e sin phi))^(e/2)), iterated from the spherical value until two
+// successive latitudes differ by less than 1e-12 rad, at most 100 times
+// (usually five or six).  A NaN t ends the iteration at once.
+inline double LatitudeFromConformalT(double t, double e) {
+  constexpr double kTolerance = 1e-12;
+  constexpr int kMaxIterations = 100;
+  const double halfE = 0.5 * e;
+  double phi = KvConst::kHalfPi - 2.0 * std::atan(t);
+  for (int i = 0; i < kMaxIterations; ++i) {
+    const double eSinPhi = e * std::sin(phi);
+    const double next =
+        KvConst::kHalfPi - 2.0 * std::atan(t * std::pow((1.0 - eSinPhi) / (1.0 + eSinPhi), halfE));
+    const bool converged = !(std::fabs(next - phi) >= kTolerance);
+    phi = next;
+    if (converged) break;
+  }
+  return phi;
+}
+
+// The isometric latitude psi = asinh(tan phi) - e atanh(e sin phi), which
+// is -ln t; +-infinity at the poles.
+inline double IsometricLatitude(double sinPhi, double cosPhi, double e) {
+  return std::asinh(sinPhi / cosPhi) - e * std::atanh(e * sinPhi);
+}
+
+// m = cos phi / sqrt(1 - e^2 sin^2 phi): the radius of the parallel in
+// units of the semi-major axis (Guidance Note 7-2's m).
+inline double ParallelRadius(double sinPhi, double cosPhi, double e2) {
+  return cosPhi / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
+}
+
+// Snyder's authalic q = (1 - e^2) [sin phi / (1 - e^2 sin^2 phi) -
+// ln((1 - e sin phi) / (1 + e sin phi)) / (2e)], with the logarithm written
+// as 2 atanh(e sin phi), whose quotient by e has no cancellation for small
+// e; a sphere (e = 0) gives its limit 2 sin phi.  q at the pole is qP.
+inline double AuthalicQ(double sinPhi, double e) {
+  const double e2 = e * e;
+  const double eSinPhi = e * sinPhi;
+  const double atanhTerm = e == 0.0 ? sinPhi : std::atanh(eSinPhi) / e;
+  return (1.0 - e2) * (sinPhi / (1.0 - eSinPhi * eSinPhi) + atanhTerm);
+}
+
+// Clenshaw's sum of c[k] sin(2(k + 1) x), k = 0 .. count - 1, from sin 2x
+// and cos 2x.
+inline double ClenshawSin(const double* c, int count, double sin2x, double cos2x) {
+  const double t = 2.0 * cos2x;
+  double h1 = 0.0;
+  double h2 = 0.0;
+  for (int k = count - 1; k >= 0; --k) {
+    const double h0 = t * h1 - h2 + c[k];
+    h2 = h1;
+    h1 = h0;
+  }
+  return sin2x * h1;
+}
+
+// The same sum at the complex argument u + iv, from sin 2u, cos 2u,
+// sinh 2v and cosh 2v: the real part is sum c sin(2ku) cosh(2kv), the
+// imaginary part sum c cos(2ku) sinh(2kv).
+inline void ClenshawSinComplex(const double* c, int count, double sin2u, double cos2u,
+                               double sinh2v, double cosh2v, double* real, double* imag) {
+  // 2 cos(2(u + jv)) = r + j i, with j the imaginary unit
+  const double r = 2.0 * cos2u * cosh2v;
+  const double i = -2.0 * sin2u * sinh2v;
+  double hr1 = 0.0, hi1 = 0.0, hr2 = 0.0, hi2 = 0.0;
+  for (int k = count - 1; k >= 0; --k) {
+    const double hr0 = r * hr1 - i * hi1 - hr2 + c[k];
+    const double hi0 = i * hr1 + r * hi1 - hi2;
+    hr2 = hr1;
+    hi2 = hi1;
+    hr1 = hr0;
+    hi1 = hi0;
+  }
+  // times sin(2(u + jv))
+  const double sr = sin2u * cosh2v;
+  const double si = cos2u * sinh2v;
+  *real = sr * hr1 - si * hi1;
+  *imag = sr * hi1 + si * hr1;
+}
+
+// The meridian arc from the equator, as a series in the third flattening
+// n (Helmert's, to n^5, summed by Clenshaw): M = B (phi + sum d_k sin 2k
+// phi) with the rectifying radius B = a (1 + n^2/4 + n^4/64) / (1 + n);
+// and its inverse, the footpoint latitude phi = mu + sum u_k sin 2k mu of
+// the rectifying latitude mu = M / B.  The terms to n^4 are Snyder's (3-21
+// and 3-26 written in n).  The neglected n^6 terms amount to about 1e-10 m
+// on terrestrial ellipsoids.
+class CKvMeridianArc {
+ public:
+  CKvMeridianArc(double a, double f) {
+    const double n = f / (2.0 - f);
+    const double n2 = n * n, n3 = n2 * n, n4 = n3 * n, n5 = n4 * n;
+    m_dB = a * (1.0 + n2 / 4.0 + n4 / 64.0) / (1.0 + n);
+    m_adD[0] = -3.0 / 2.0 * n + 9.0 / 16.0 * n3 - 3.0 / 32.0 * n5;
+    m_adD[1] = 15.0 / 16.0 * n2 - 15.0 / 32.0 * n4;
+    m_adD[2] = -35.0 / 48.0 * n3 + 105.0 / 256.0 * n5;
+    m_adD[3] = 315.0 / 512.0 * n4;
+    m_adD[4] = -693.0 / 1280.0 * n5;
+    m_adU[0] = 3.0 / 2.0 * n - 27.0 / 32.0 * n3 + 269.0 / 512.0 * n5;
+    m_adU[1] = 21.0 / 16.0 * n2 - 55.0 / 32.0 * n4;
+    m_adU[2] = 151.0 / 96.0 * n3 - 417.0 / 128.0 * n5;
+    m_adU[3] = 1097.0 / 512.0 * n4;
+    m_adU[4] = 8011.0 / 2560.0 * n5;
+  }
+  // The rectifying radius B: the quarter meridian is B pi / 2.
+  double RectifyingRadius() const { return m_dB; }
+  // M(phi), metres; odd in phi.
+  double Distance(double phi) const {
+    return m_dB * (phi + ClenshawSin(m_adD, 5, std::sin(2.0 * phi), std::cos(2.0 * phi)));
+  }
+  // The latitude whose arc is `distance` metres.
+  double Latitude(double distance) const {
+    const double mu = distance / m_dB;
+    return mu + ClenshawSin(m_adU, 5, std::sin(2.0 * mu), std::cos(2.0 * mu));
+  }
+
+ private:
+  double m_dB;
+  double m_adD[5];
+  double m_adU[5];
+};
+
+}  // namespace KvAux

@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <limits>
+
+#include "engines/KvAuxiliaryLatitudes.h"
+#include "platform/KvConstants.h"
+
+// WGS 84.  [M]: mpmath at 30 digits from the published formulas, e.g.
+//   /usr/bin/python3 -c "from mpmath import *; mp.dps=30; f=1/mpf('298.257223563');
+//   e=sqrt(f*(2-f)); p=mpf(45)*pi/180; print(tan(pi/4-p/2)/((1-e*sin(p))/(1+e*sin(p)))**(e/2))"
+// [G]: echo "0 0 LAT 0" | GeodSolve -i -p 9 (the meridian distance from the equator).
+
+namespace {
+
+const double kF = 1 / 298.257223563;
+const double kE2 = kF * (2 - kF);
+const double kE = std::sqrt(kE2);
+
+void SinCosOf(double degrees, double* s, double* c) { KvAux::SinCosDeg(degrees, s, c); }
+
+TEST(AuxiliaryLatitudes, SinCosInDegreesIsExactAtQuarterTurns) {
+  const double cases[][3] = {
+      {0, 0, 1},     {90, 1, 0},   {180, 0, -1}, {270, -1, 0},  {360, 0, 1},
+      {-90, -1, 0},  {-180, 0, -1}, {450, 1, 0}, {-630, 1, 0},  {3.6e9, 0, 1},
+  };
+  for (const auto& c : cases) {
+    double s, co;
+    SinCosOf(c[0], &s, &co);
+    EXPECT_EQ(s, c[1]) << c[0];
+    EXPECT_EQ(co, c[2]) << c[0];
+    EXPECT_FALSE(std::signbit(co) && co == 0) << c[0];  // +0, so 1 / cos is +infinity
+  }
+  // Elsewhere as accurate as sin and cos of the reduced angle.
+  for (double d : {30.0, -45.0, 123.456, 89.999999}) {
+    double s, co;
+    SinCosOf(d, &s, &co);
+    EXPECT_NEAR(s, std::sin(d * KvConst::kDegToRad), 2e-16) << d;
+    EXPECT_NEAR(co, std::cos(d * KvConst::kDegToRad), 2e-16) << d;
+  }
+  double s, co;
+  SinCosOf(std::numeric_limits<double>::quiet_NaN(), &s, &co);
+  EXPECT_TRUE(std::isnan(s) && std::isnan(co));
+  SinCosOf(std::numeric_limits<double>::infinity(), &s, &co);
+  EXPECT_TRUE(std::isnan(s) && std::isnan(co));
+}
+
+TEST(AuxiliaryLatitudes, ConformalTKeepsItsRelativeAccuracyUpToThePoles) {
+  const double cases[][2] = {
+      {45, 0.416181151389742331921190724522},             // [M]
+      {89.999999, 8.78539346909504191807706172726e-9},    // [M] at the double nearest 89.999999
+      {-60, 3.71044071913681218757850150013},             // [M]
+      {0, 1},                                             // [M]
+  };
+  for (const auto& c : cases) {
+    double s, co;
+    SinCosOf(c[0], &s, &co);
+    // tan(pi/4 - phi/2) itself would lose eight digits at 89.999999.
+    EXPECT_NEAR(KvAux::ConformalT(s, co, kE) / c[1], 1.0, 4e-15) << c[0];
+  }
+  double s, co;
+  SinCosOf(90, &s, &co);
+  EXPECT_EQ(KvAux::ConformalT(s, co, kE), 0.0);
+  SinCosOf(-90, &s, &co);
+  EXPECT_EQ(KvAux::ConformalT(s, co, kE), std::numeric_limits<double>::infinity());
+  // Beyond the north pole the cosine, and with it t, turns negative.
+  SinCosOf(90.5, &s, &co);
+  EXPECT_LT(KvAux::ConformalT(s, co, kE), 0.0);
+}
+
+TEST(AuxiliaryLatitudes, LatitudeFromConformalTInvertsIt) {
+  for (double d : {-89.9, -60.0, -1e-9, 0.0, 17.5, 45.0, 80.0, 89.999999}) {
+    double s, co;
+    SinCosOf(d, &s, &co);
+    const double t = KvAux::ConformalT(s, co, kE);
+    EXPECT_NEAR(KvAux::LatitudeFromConformalT(t, kE) * KvConst::kRadToDeg, d, 1e-12) << d;
+  }
+  EXPECT_EQ(KvAux::LatitudeFromConformalT(0.0, kE), KvConst::kHalfPi);
+  EXPECT_TRUE(std::isnan(KvAux::LatitudeFromConformalT(NAN, kE)));
+}
+
+TEST(AuxiliaryLatitudes, IsometricLatitudeIsMinusTheLogarithmOfT) {
+  double s, co;
+  SinCosOf(60, &s, &co);
+  const double psi = 1.31115066178427172812812807952;  // [M] asinh(tan p) - e atanh(e sin p)
+  EXPECT_NEAR(KvAux::IsometricLatitude(s, co, kE), psi, 1e-15);
+  EXPECT_NEAR(-std::log(KvAux::ConformalT(s, co, kE)), psi, 1e-15);
+  SinCosOf(90, &s, &co);
+  EXPECT_EQ(KvAux::IsometricLatitude(s, co, kE), std::numeric_limits<double>::infinity());
+}
+
+TEST(AuxiliaryLatitudes, AuthalicQMatchesSnyderAndTheSphere) {
+  double s, co;
+  SinCosOf(40, &s, &co);
+  EXPECT_NEAR(KvAux::AuthalicQ(s, kE), 1.27932966152950387905823144702, 2e-15);  // [M]
+  // qP = 1 - (1 - e^2) / (2e) ln((1 - e) / (1 + e))
+  EXPECT_NEAR(KvAux::AuthalicQ(1.0, kE), 1.99553108750283679137924738034, 2e-15);  // [M]
+  // The sphere's limit, 2 sin phi, with no division by e = 0.
+  EXPECT_EQ(KvAux::AuthalicQ(0.5, 0.0), 1.0);
+  EXPECT_NEAR(KvAux::AuthalicQ(0.5, 1e-9), 1.0, 1e-15);
+}
+
+TEST(AuxiliaryLatitudes, ParallelRadiusIsTheRadiusOfTheParallelOverA) {
+  double s, co;
+  SinCosOf(60, &s, &co);
+  // 0.5 / sqrt(1 - e^2 3/4)
+  EXPECT_NEAR(KvAux::ParallelRadius(s, co, kE2), 0.5 / std::sqrt(1 - 0.75 * kE2), 1e-16);
+  SinCosOf(90, &s, &co);
+  EXPECT_EQ(KvAux::ParallelRadius(s, co, kE2), 0.0);
+}
+
+TEST(AuxiliaryLatitudes, MeridianArcAgreesWithGeodesicsToTheNanometre) {
+  const KvAux::CKvMeridianArc arc(6378137, kF);
+  const double cases[][2] = {
+      {90, 10001965.729312724},   // [G]
+      {10, 1105854.833234372},    // [G]
+      {45, 4984944.377977744},    // [G]
+      {60, 6654072.819490512},    // [G]
+      {80, 8885139.871936874},    // [G]
+      {-30, -3320113.397940383},  // [G] southwards
+  };
+  for (const auto& c : cases) {
+    const double phi = c[0] * KvConst::kDegToRad;
+    EXPECT_NEAR(arc.Distance(phi), c[1], 2e-9) << c[0];
+    EXPECT_NEAR(arc.Latitude(c[1]), phi, 1e-15) << c[0];
+  }
+  EXPECT_NEAR(arc.RectifyingRadius() * KvConst::kHalfPi, 10001965.729312724, 2e-9);  // [G]
+}
+
+TEST(AuxiliaryLatitudes, ClenshawSumsEqualTheirTermByTermSums) {
+  const double c[] = {0.3, -0.02, 0.004, -5e-4, 7e-5};
+  for (double x : {-1.2, 0.0, 0.3, 1.5}) {
+    for (int count : {1, 4, 5}) {
+      double direct = 0;
+      for (int k = 0; k < count; ++k) direct += c[k] * std::sin(2 * (k + 1) * x);
+      EXPECT_NEAR(KvAux::ClenshawSin(c, count, std::sin(2 * x), std::cos(2 * x)), direct, 1e-16);
+      for (double y : {-0.7, 0.0, 0.4}) {
+        std::complex<double> sum = 0, z(x, y);
+        for (int k = 0; k < count; ++k) sum += c[k] * std::sin(2.0 * (k + 1) * z);
+        double re, im;
+        KvAux::ClenshawSinComplex(c, count, std::sin(2 * x), std::cos(2 * x), std::sinh(2 * y),
+                                  std::cosh(2 * y), &re, &im);
+        EXPECT_NEAR(re, sum.real(), 1e-15) << x << " " << y;
+        EXPECT_NEAR(im, sum.imag(), 1e-15) << x << " " << y;
+      }
+    }
+  }
+}
+
+}  // namespace
