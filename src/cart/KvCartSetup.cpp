@@ -29,3 +29,16 @@ void CKvCartSetup::ReadData(const std::string& systemFolder, const std::string& 
   m_EllipsoidList.GenerateCompleteList();
   m_MapProjectionList.InitMapProjections(systemFolder, userFolder);
 }
+
+CKvMapProjData* CKvCartSetup::MapProjection(const char* name) {
+  SetMapProjectionListModified();
+  return m_MapProjectionList.GetMapProjection(name);
+}
+
+CKvEllipsoid* CKvCartSetup::Ellipsoid(const char* name) {
+  CKvMapProjData* record = m_MapProjectionList.GetMapProjection(name);
+  if (!record) return nullptr;
+  const std::string id = record->GetEllipsoidID();
+  if (id.empty()) return nullptr;
+  return m_EllipsoidList.GetEllipsoid(id);
+}

@@ -27,6 +27,12 @@ class KVCART_API CKvCartSetup {
   void SetEllipsoidListModified() { m_bEllipsoidListModified = true; }
   void SetMapProjectionListModified() { m_bMapProjectionListModified = true; }
 
+  // The catalogue record named `name`, or null.  Marks the projection list
+  // modified first, since the caller may change the record in place.
+  CKvMapProjData* MapProjection(const char* name);
+  // The ellipsoid of the catalogue record named `name`, or null.
+  CKvEllipsoid* Ellipsoid(const char* name);
+
   CKvEllipsoidList m_EllipsoidList;
   CKvMapProjectionList m_MapProjectionList;
   bool m_bEllipsoidListModified;

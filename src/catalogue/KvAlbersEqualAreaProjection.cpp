@@ -40,5 +40,3 @@ CKvAlbersEqualAreaProjection::CKvAlbersEqualAreaProjection(
                                 falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvAlbersEqualAreaProjection::CreateProjection() { return nullptr; }

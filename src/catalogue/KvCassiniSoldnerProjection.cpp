@@ -38,5 +38,3 @@ CKvCassiniSoldnerProjection::CKvCassiniSoldnerProjection(
           std::array<double, 4>{centralMeridian, originLatitude, falseEasting, falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvCassiniSoldnerProjection::CreateProjection() { return nullptr; }

@@ -40,5 +40,3 @@ CKvEquidistantConicProjection::CKvEquidistantConicProjection(
                                 falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvEquidistantConicProjection::CreateProjection() { return nullptr; }

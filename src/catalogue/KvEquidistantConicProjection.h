@@ -22,7 +22,6 @@ class KVCART_API CKvEquidistantConicProjection
                                 double falseNorthing, bool canDelete = false, bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetParallel1() const { return _Get(0); }

@@ -1,6 +1,5 @@
 #include "catalogue/KvGeographicalProjection.h"
 
-#include "engines/KvGeographical.h"
 
 const std::string CKvGeographicalProjectionIDs::ID_PROJECTION_SECTION = "GEOGRAPHICAL_PROJECTION";
 
@@ -24,5 +23,3 @@ CKvGeographicalProjection::CKvGeographicalProjection(const std::string& name,
                                                      bool canEdit)
     : CKvParameterSet(name, branch, ellipsoid, nullptr, canDelete, canEdit),
       m_dPrimeMeridian(primeMeridian) {}
-
-CKvProjection* CKvGeographicalProjection::CreateProjection() { return new CKvGeographical(this); }

@@ -22,7 +22,6 @@ class KVCART_API CKvGeographicalProjection
                             const std::string& ellipsoid, double primeMeridian,
                             bool canDelete = false, bool canEdit = false);
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetPrimeMeridian() const { return m_dPrimeMeridian; }

@@ -39,5 +39,3 @@ CKvHotineObliqueMercatorProjection::CKvHotineObliqueMercatorProjection(
                                 falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvHotineObliqueMercatorProjection::CreateProjection() { return nullptr; }

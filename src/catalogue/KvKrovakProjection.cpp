@@ -55,5 +55,3 @@ CKvKrovakProjection::CKvKrovakProjection(const std::string& name, const std::str
                                  falseEasting, falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvKrovakProjection::CreateProjection() { return nullptr; }

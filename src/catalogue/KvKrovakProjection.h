@@ -23,7 +23,6 @@ class KVCART_API CKvKrovakProjection : public CKvParameterSet<CKvKrovakProjectio
                       bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetScaleAtPseudoParallel() const { return _Get(0); }

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvLambert1SP.h"
 
 const std::string CKvLambert1SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_1SP_PROJECTION";
@@ -47,5 +46,3 @@ CKvLambert1SPProjection::CKvLambert1SPProjection(const std::string& name, const 
           std::array<double, 5>{scale, originLongitude, originLatitude, falseEasting, falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvLambert1SPProjection::CreateProjection() { return new CKvLambert1SP(this); }

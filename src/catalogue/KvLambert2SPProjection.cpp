@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvLambert2SP.h"
 
 const std::string CKvLambert2SPProjectionIDs::ID_PROJECTION_SECTION =
     "LAMBERT_CONIC_2SP_PROJECTION";
@@ -41,5 +40,3 @@ CKvLambert2SPProjection::CKvLambert2SPProjection(const std::string& name, const 
                                                     originLatitude, falseEasting, falseNorthing}
                                   .data(),
                               canDelete, canEdit) {}
-
-CKvProjection* CKvLambert2SPProjection::CreateProjection() { return new CKvLambert2SP(this); }

@@ -21,7 +21,6 @@ class KVCART_API CKvLambert2SPProjection : public CKvParameterSet<CKvLambert2SPP
                           double falseNorthing, bool canDelete = false, bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetParallel1() const { return _Get(0); }

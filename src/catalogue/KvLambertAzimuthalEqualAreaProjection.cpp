@@ -36,5 +36,3 @@ CKvLambertAzimuthalEqualAreaProjection::CKvLambertAzimuthalEqualAreaProjection(
           name, branch, ellipsoid,
           std::array<double, 4>{centre, originLatitude, falseEasting, falseNorthing}.data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvLambertAzimuthalEqualAreaProjection::CreateProjection() { return nullptr; }

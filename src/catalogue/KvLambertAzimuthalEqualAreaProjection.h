@@ -23,7 +23,6 @@ class KVCART_API CKvLambertAzimuthalEqualAreaProjection
                                          bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetCentre() const { return _Get(0); }

@@ -1,5 +1,6 @@
 #include "catalogue/KvMapProjData.h"
 
+#include <atomic>
 #include <cmath>
 
 #include "catalogue/KvParameterSetFactory.h"
@@ -86,7 +87,37 @@ void Evaluate(const Series& series, int terms, double x, double* c) {
 
 }  // namespace
 
+namespace {
+
+// Renames of listed records, process-wide.  Atomic because look-ups in
+// several threads read it; renames themselves are catalogue changes, which
+// are not made while other threads use the catalogue.
+std::atomic<std::uint64_t>& ListedRenames() {
+  static std::atomic<std::uint64_t> count(0);
+  return count;
+}
+
+}  // namespace
+
+CKvMapProjData::CKvMapProjData() : m_nRenames(0), m_nLists(0) {}
+
+CKvMapProjData::CKvMapProjData(const CKvMapProjData&) : m_nRenames(0), m_nLists(0) {}
+
+CKvMapProjData& CKvMapProjData::operator=(const CKvMapProjData& other) {
+  if (this != &other) _NoteRenamed();
+  return *this;
+}
+
 CKvMapProjData::~CKvMapProjData() = default;
+
+std::uint64_t CKvMapProjData::GetListedRenameCount() {
+  return ListedRenames().load(std::memory_order_acquire);
+}
+
+void CKvMapProjData::_NoteRenamed() {
+  ++m_nRenames;
+  if (m_nLists > 0) ListedRenames().fetch_add(1, std::memory_order_acq_rel);
+}
 
 int CKvMapProjData::GetNoOfProjections() { return 20; }
 

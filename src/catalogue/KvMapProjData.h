@@ -50,6 +50,11 @@ class KVCART_API CKvMapProjData : public CKvMapProjDataIDs {
     eParamAngle = 2,   // decimal degrees
   };
 
+  CKvMapProjData();
+  // A copy starts with its own count of renames and in no list.
+  CKvMapProjData(const CKvMapProjData& other);
+  // Counts as a rename: the assigned record may carry another name.
+  CKvMapProjData& operator=(const CKvMapProjData& other);
   virtual ~CKvMapProjData();
 
   virtual std::string GetName() const = 0;
@@ -108,4 +113,24 @@ class KVCART_API CKvMapProjData : public CKvMapProjDataIDs {
   // each a polynomial in `x` (the third flattening for transverse Mercator,
   // e^2 otherwise).  Types and directions without a series leave c alone.
   static void ComputeFourierCoefficients(EProjectionType type, bool forward, double x, double* c);
+
+  // How often this record's name may have changed (a new name set, read
+  // from a file or assigned).  A list that files its records by name
+  // re-files a record whose count moved.
+  std::uint32_t GetRenameCount() const { return m_nRenames; }
+  // The renames of records held in a list, over the whole process: a list
+  // compares it with the figure it last saw to learn whether any of its
+  // records may have been renamed, without looking at each.
+  static std::uint64_t GetListedRenameCount();
+
+ protected:
+  // Called by a record whose name may have changed.
+  void _NoteRenamed();
+
+ private:
+  // The list counts the lists a record is held in.
+  friend class CKvMapProjectionList;
+
+  std::uint32_t m_nRenames;
+  std::uint32_t m_nLists;
 };

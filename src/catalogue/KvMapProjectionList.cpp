@@ -17,33 +17,23 @@ std::string KeyOf(const std::string& name) {
   return CKvPRJParser::ShortName(CString(name)).GetString();
 }
 
-// Every list alive, so that a renamed record can be re-filed in the lists
-// that hold it.
-std::mutex& ListsMutex() {
-  static std::mutex mutex;
-  return mutex;
-}
-
-std::vector<CKvMapProjectionList*>& Lists() {
-  static std::vector<CKvMapProjectionList*> lists;
-  return lists;
-}
-
 }  // namespace
 
 CKvMapProjectionList::CKvMapProjectionList()
-    : m_nNextOrder(0), m_bCodeIndexValid(false), m_nCodeGeneration(0) {
-  std::lock_guard<std::mutex> lock(ListsMutex());
-  Lists().push_back(this);
-}
+    : m_nNextOrder(0),
+      m_nSeenRenames(CKvMapProjData::GetListedRenameCount()),
+      m_bCodeIndexValid(false),
+      m_nCodeGeneration(0) {}
 
-CKvMapProjectionList::~CKvMapProjectionList() {
-  {
-    std::lock_guard<std::mutex> lock(ListsMutex());
-    std::vector<CKvMapProjectionList*>& lists = Lists();
-    lists.erase(std::remove(lists.begin(), lists.end(), this), lists.end());
-  }
-  _dealloc();
+CKvMapProjectionList::~CKvMapProjectionList() { _dealloc(); }
+
+const char* CKvMapProjectionList::LocalName() { return "NON-UTM"; }
+
+bool CKvMapProjectionList::IsLocalName(const char* name) {
+  CString text(name);
+  text.TrimLeft();
+  text.TrimRight();
+  return text.Compare(LocalName()) == 0;
 }
 
 void CKvMapProjectionList::_dealloc() {
@@ -56,6 +46,7 @@ void CKvMapProjectionList::_dealloc() {
 }
 
 CKvMapProjData* CKvMapProjectionList::GetMapProjection(const std::string& name) {
+  _Refresh();
   const auto bucket = m_Index.find(KeyOf(name));
   if (bucket != m_Index.end()) return bucket->second.front().record;
   const int code = CKvMapProjDetails::ParseCodeName(name.c_str());
@@ -85,6 +76,7 @@ void CKvMapProjectionList::_IndexCodes() {
 void CKvMapProjectionList::AddMapProjection(CKvMapProjData* record) {
   if (!record) return;
   m_lstProjections.push_back(record);
+  ++record->m_nLists;
   _Index(record, m_nNextOrder++);
   std::lock_guard<std::mutex> lock(m_CodeMutex);
   m_bCodeIndexValid = false;
@@ -103,9 +95,19 @@ void CKvMapProjectionList::DeleteMapProjection(CKvMapProjData* record) {
   delete record;
 }
 
-void CKvMapProjectionList::NoteRenamed(const CKvMapProjData* record) {
-  std::lock_guard<std::mutex> lock(ListsMutex());
-  for (CKvMapProjectionList* list : Lists()) list->_Refile(record);
+// Double-checked: look-ups that find the count unchanged touch nothing, and
+// of several that find it moved one re-files while the others wait.  The
+// scan compares counts only; names are parsed again for renamed records.
+void CKvMapProjectionList::_Refresh() {
+  const std::uint64_t now = CKvMapProjData::GetListedRenameCount();
+  if (m_nSeenRenames.load(std::memory_order_acquire) == now) return;
+  std::lock_guard<std::mutex> lock(m_RefreshMutex);
+  if (m_nSeenRenames.load(std::memory_order_relaxed) == now) return;
+  std::vector<const CKvMapProjData*> renamed;
+  for (const auto& known : m_IndexKeys)
+    if (known.first->GetRenameCount() != known.second.renames) renamed.push_back(known.first);
+  for (const CKvMapProjData* record : renamed) _Refile(record);
+  m_nSeenRenames.store(now, std::memory_order_release);
 }
 
 // Files `record` under its current short name, keeping each name's entries
@@ -113,8 +115,10 @@ void CKvMapProjectionList::NoteRenamed(const CKvMapProjData* record) {
 void CKvMapProjectionList::_Index(CKvMapProjData* record, std::uint64_t order) {
   auto known = m_IndexKeys.find(record);
   if (known == m_IndexKeys.end())
-    known = m_IndexKeys.emplace(record, KeyOf(record->GetName())).first;
-  std::vector<SIndexEntry>& entries = m_Index[known->second];
+    known = m_IndexKeys
+                .emplace(record, SIndexKey{KeyOf(record->GetName()), record->GetRenameCount()})
+                .first;
+  std::vector<SIndexEntry>& entries = m_Index[known->second.key];
   const auto at =
       std::upper_bound(entries.begin(), entries.end(), order,
                        [](std::uint64_t o, const SIndexEntry& entry) { return o < entry.order; });
@@ -125,7 +129,7 @@ void CKvMapProjectionList::_Unindex(const CKvMapProjData* record,
                                     std::vector<SIndexEntry>* removed) {
   const auto known = m_IndexKeys.find(record);
   if (known == m_IndexKeys.end()) return;
-  const auto bucket = m_Index.find(known->second);
+  const auto bucket = m_Index.find(known->second.key);
   if (bucket != m_Index.end()) {
     std::vector<SIndexEntry>& entries = bucket->second;
     for (auto it = entries.begin(); it != entries.end();) {
@@ -143,7 +147,9 @@ void CKvMapProjectionList::_Unindex(const CKvMapProjData* record,
 
 void CKvMapProjectionList::_Refile(const CKvMapProjData* record) {
   const auto known = m_IndexKeys.find(record);
-  if (known == m_IndexKeys.end() || known->second == KeyOf(record->GetName())) return;
+  if (known == m_IndexKeys.end()) return;
+  known->second.renames = record->GetRenameCount();
+  if (known->second.key == KeyOf(record->GetName())) return;
   std::vector<SIndexEntry> entries;
   _Unindex(record, &entries);
   for (const SIndexEntry& entry : entries) _Index(entry.record, entry.order);
@@ -187,7 +193,7 @@ int CKvMapProjectionList::InitMapProjections(const std::string& systemFolder,
     defaults->GetParameter(i, label, values[i], kind);
   }
   AddMapProjection(new CKvTransverseMercatorProjection(
-      "NON-UTM", "Non UTM Projections", defaults->GetEllipsoidID(), values, false, false));
+      LocalName(), "Non UTM Projections", defaults->GetEllipsoidID(), values, false, false));
   return TSF_OK;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <list>
 #include <mutex>
@@ -16,9 +17,11 @@
 // match in list order wins.
 //
 // Look-ups go through an index from short name to the records of that name
-// in list order, kept up to date by every add and delete and by renames of
-// listed records (SetName and ReadFromHandle report them through
-// NoteRenamed), so a look-up costs the same whatever the catalogue's size.
+// in list order, kept up to date by every add and delete, so a look-up costs
+// the same whatever the catalogue's size.  A listed record renamed in place
+// (SetName, ReadFromHandle, assignment) moves its rename count; the next
+// look-up sees that the process-wide count of such renames moved and
+// re-files the records whose own count did.
 //
 // A name that matches no record but reads as "EPSG:<code>" (any letter case,
 // blanks allowed around the parts) finds the first record in list order
@@ -58,9 +61,10 @@ class KVCART_API CKvMapProjectionList {
   Iterator GetIteratorBegin();
   Iterator GetIteratorEnd();
 
-  // Called by a record whose name may have changed; re-files it in the index
-  // of every list that holds it.  Records in no list cost one look-up.
-  static void NoteRenamed(const CKvMapProjData* record);
+  // The name of the built-in local system, "NON-UTM".
+  static const char* LocalName();
+  // Whether `name`, without white space around it, is LocalName().
+  static bool IsLocalName(const char* name);
 
  private:
   // A listed record and its place in the list (entries are only appended, so
@@ -69,16 +73,27 @@ class KVCART_API CKvMapProjectionList {
     std::uint64_t order;
     CKvMapProjData* record;
   };
+  // The short name a record is filed under, and its rename count then.
+  struct SIndexKey {
+    std::string key;
+    std::uint32_t renames;
+  };
 
   void _dealloc();
   void _Index(CKvMapProjData* record, std::uint64_t order);
   void _Unindex(const CKvMapProjData* record, std::vector<SIndexEntry>* removed);
   void _Refile(const CKvMapProjData* record);
+  // Re-files the records renamed since the last look-up.
+  void _Refresh();
 
   std::list<CKvMapProjData*> m_lstProjections;
   std::unordered_map<std::string, std::vector<SIndexEntry>> m_Index;
-  std::unordered_map<const CKvMapProjData*, std::string> m_IndexKeys;
+  std::unordered_map<const CKvMapProjData*, SIndexKey> m_IndexKeys;
   std::uint64_t m_nNextOrder;
+  // CKvMapProjData::GetListedRenameCount() when the index was last checked;
+  // the mutex lets concurrent look-ups re-file once.
+  std::atomic<std::uint64_t> m_nSeenRenames;
+  std::mutex m_RefreshMutex;
 
   void _IndexCodes();
   std::mutex m_CodeMutex;

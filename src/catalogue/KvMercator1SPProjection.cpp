@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvMercator1SP.h"
 
 const std::string CKvMercator1SPProjectionIDs::ID_PROJECTION_SECTION = "MERCATOR_1SP_PROJECTION";
 
@@ -36,5 +35,3 @@ CKvMercator1SPProjection::CKvMercator1SPProjection(
           name, branch, ellipsoid,
           std::array<double, 4>{scale, centre, falseEasting, falseNorthing}.data(), canDelete,
           canEdit) {}
-
-CKvProjection* CKvMercator1SPProjection::CreateProjection() { return new CKvMercator1SP(this); }

@@ -21,7 +21,6 @@ class KVCART_API CKvMercator1SPProjection : public CKvParameterSet<CKvMercator1S
                            bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetScale() const { return _Get(0); }

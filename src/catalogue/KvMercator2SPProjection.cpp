@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvMercator2SP.h"
 
 const std::string CKvMercator2SPProjectionIDs::ID_PROJECTION_SECTION = "MERCATOR_2SP_PROJECTION";
 const std::string CKvMercator2SPProjectionIDs::ID_PROJECTION_SECTION_OLD = "MERCATOR_PROJECTION";
@@ -40,5 +39,3 @@ CKvMercator2SPProjection::CKvMercator2SPProjection(const std::string& name,
           name, branch, ellipsoid,
           std::array<double, 4>{parallel1, centre, falseEasting, falseNorthing}.data(), canDelete,
           canEdit) {}
-
-CKvProjection* CKvMercator2SPProjection::CreateProjection() { return new CKvMercator2SP(this); }

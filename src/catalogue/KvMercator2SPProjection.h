@@ -23,7 +23,6 @@ class KVCART_API CKvMercator2SPProjection : public CKvParameterSet<CKvMercator2S
                            bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetParallel1() const { return _Get(0); }

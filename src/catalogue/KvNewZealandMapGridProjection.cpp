@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvNewZealandMapGrid.h"
 
 const std::string CKvNewZealandMapGridProjectionIDs::ID_PROJECTION_SECTION =
     "NEW_ZEALAND_MAP_GRID_PROJECTION";
@@ -39,7 +38,3 @@ CKvNewZealandMapGridProjection::CKvNewZealandMapGridProjection(
           std::array<double, 4>{originLongitude, originLatitude, falseEasting, falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvNewZealandMapGridProjection::CreateProjection() {
-  return new CKvNewZealandMapGrid(this);
-}

@@ -38,5 +38,3 @@ CKvObliqueMercatorProjection::CKvObliqueMercatorProjection(
                                                          azimuth, falseEasting, falseNorthing}
                                        .data(),
                                    canDelete, canEdit) {}
-
-CKvProjection* CKvObliqueMercatorProjection::CreateProjection() { return nullptr; }

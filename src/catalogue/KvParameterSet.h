@@ -5,8 +5,8 @@
 
 #include "catalogue/KvMapProjData.h"
 #include "catalogue/KvMapProjDetails.h"
-#include "catalogue/KvMapProjectionList.h"
 #include "catalogue/KvParameterTable.h"
+#include "engines/KvEngineTable.h"
 #include "platform/KvCartExport.h"
 
 // What every parameter set has beyond CKvMapProjData: the registry's details
@@ -31,7 +31,7 @@ class KVCART_API CKvParameterSetBase : public CKvMapProjData {
 // identifier, the method's N doubles and the two flags, in that order, then
 // the registry's details, with the virtual interface implemented once.
 // `Set` is the concrete class, which supplies its table through a static
-// Info() and its engine through CreateProjection().
+// Info(); its engine comes from the table of engines (KvEngineTable).
 //
 // A set built by the library or read from a system file is read-only: its
 // name, ellipsoid and parameter setters do nothing and it is never written
@@ -59,7 +59,7 @@ class KVCART_API CKvParameterSet : public CKvParameterSetBase {
   void SetName(const std::string& name) override {
     if (!m_bCanEdit || name == m_strName) return;
     m_strName = name;
-    CKvMapProjectionList::NoteRenamed(this);
+    _NoteRenamed();
   }
   std::string GetBranchName() const override { return m_strBranchName; }
   void SetBranchName(const std::string& name) override { m_strBranchName = name; }
@@ -72,7 +72,7 @@ class KVCART_API CKvParameterSet : public CKvParameterSetBase {
     const std::string before = m_strName;
     CKvParameterTable::Read(handle, Set::Info(), m_strName, m_strBranchName, m_strEllipsoidID,
                             m_adParams.data(), m_Details);
-    if (m_strName != before) CKvMapProjectionList::NoteRenamed(this);
+    if (m_strName != before) _NoteRenamed();
     m_bCanDelete = userDefined;
     m_bCanEdit = userDefined;
   }
@@ -88,9 +88,13 @@ class KVCART_API CKvParameterSet : public CKvParameterSetBase {
   bool CanDelete() const override { return m_bCanDelete; }
   bool CanEdit() const override { return m_bCanEdit; }
   void TransferParameters(CKvPRJParser& parser) override {
-    TransferWith(parser, CKvParameterTable::FindEllipsoid(m_strEllipsoidID),
-                 Set::Info().angularUnit ? "Degree" : "Meter");
+    CKvParameterTable::Transfer(parser, Set::Info(), m_strName, m_strBranchName,
+                                CKvParameterTable::FindEllipsoid(m_strEllipsoidID),
+                                m_adParams.data(), Set::Info().angularUnit ? "Degree" : "Meter",
+                                m_Details);
   }
+  // The engine of the set's method, from the one table of engines.
+  CKvProjection* CreateProjection() override { return CKvEngineTable::Create(*this); }
   std::string GetProjectionTypeTitle() const override { return Set::Info().title; }
   EProjectionType GetProjectionType() const override { return Set::Info().type; }
   int GetNoOfParameters() const override { return N; }
@@ -106,12 +110,18 @@ class KVCART_API CKvParameterSet : public CKvParameterSetBase {
   void SetDetails(const CKvMapProjDetails& details) override { m_Details = details; }
 
  public:
-  // Hands the set to the WKT record with an ellipsoid the caller found (null
-  // for none) and the name of the system's unit.
-  void TransferWith(CKvPRJParser& parser, const CKvEllipsoid* ellipsoid,
-                    const char* unitName) const {
-    CKvParameterTable::Transfer(parser, Set::Info(), m_strName, m_strBranchName, ellipsoid,
-                                m_adParams.data(), unitName, m_Details);
+  // The three parts of TransferParameters that engines use around their own
+  // (see CKvEngine): the names and the method with an ellipsoid the caller
+  // found (null for none); the method's values; the unit (the details' or
+  // `unitName`) and the details' datum shift.
+  void TransferHead(CKvPRJParser& parser, const CKvEllipsoid* ellipsoid) const {
+    CKvParameterTable::TransferHead(parser, Set::Info(), m_strName, m_strBranchName, ellipsoid);
+  }
+  void TransferValues(CKvPRJParser& parser) const {
+    CKvParameterTable::TransferValues(parser, Set::Info(), m_adParams.data(), m_Details);
+  }
+  void TransferTail(CKvPRJParser& parser, const char* unitName) const {
+    CKvParameterTable::TransferTail(parser, Set::Info(), unitName, m_Details);
   }
   // Copies every numeric parameter of `other`, as the typed setters would:
   // only when this set is editable.

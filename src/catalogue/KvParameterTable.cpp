@@ -78,6 +78,19 @@ void CKvParameterTable::Transfer(CKvPRJParser& parser, const SKvParameterSetInfo
                                  const std::string& name, const std::string& branch,
                                  const CKvEllipsoid* found, const double* values,
                                  const char* unitName, const CKvMapProjDetails& details) {
+  TransferHead(parser, info, name, branch, found);
+  TransferValues(parser, info, values, details);
+  TransferTail(parser, info, unitName, details);
+}
+
+// A linear unit of the details applies to the lengths of a projected set.
+static bool HasOwnUnit(const SKvParameterSetInfo& info, const CKvMapProjDetails& details) {
+  return details.HasLinearUnit() && !info.angularUnit;
+}
+
+void CKvParameterTable::TransferHead(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                                     const std::string& name, const std::string& branch,
+                                     const CKvEllipsoid* found) {
   parser.SetProjCSname(name);
   parser.SetGeoCSname("Unused");
   parser.SetDatum(branch);
@@ -92,15 +105,22 @@ void CKvParameterTable::Transfer(CKvPRJParser& parser, const SKvParameterSetInfo
     parser.SetProjectionType(CKvMapProjData::eNonProjected);
     parser.SetProjectionTypeName("Non_Projected");
   }
+}
+
+void CKvParameterTable::TransferValues(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                                       const double* values, const CKvMapProjDetails& details) {
   // The WKT gives lengths in its linear unit.
-  const bool ownUnit = details.HasLinearUnit() && !info.angularUnit;
-  const double unit = ownUnit ? details.GetLinearUnitFactor() : 1.0;
+  const double unit = HasOwnUnit(info, details) ? details.GetLinearUnitFactor() : 1.0;
   for (int i = 0; i < info.count; ++i) {
     const SKvParameterRow& row = info.params[i];
     (parser.*row.transfer)(row.kind == CKvMapProjData::eParamLength ? values[i] / unit : values[i]);
   }
-  if (ownUnit)
-    parser.SetProjUnit(details.GetLinearUnitName(), unit);
+}
+
+void CKvParameterTable::TransferTail(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                                     const char* unitName, const CKvMapProjDetails& details) {
+  if (HasOwnUnit(info, details))
+    parser.SetProjUnit(details.GetLinearUnitName(), details.GetLinearUnitFactor());
   else
     parser.SetProjUnit(unitName, 1.0);
   if (details.HasDatumShift()) {

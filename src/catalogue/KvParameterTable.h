@@ -59,15 +59,28 @@ class KVCART_API CKvParameterTable {
   static void Write(void* handle, const SKvParameterSetInfo& info, const std::string& name,
                     const std::string& branch, const std::string& ellipsoid, const double* values,
                     const CKvMapProjDetails& details);
-  // Hands a definition to the WKT record.  Without an ellipsoid the record
-  // is typed "Non_Projected" but still gets every value.  A linear unit in
-  // the details replaces `unitName` (a length unit only: the geographic sets
-  // keep their degree) and turns the lengths into that unit; a datum shift
-  // in the details becomes the record's TOWGS84.
+  // Hands a definition to the WKT record: TransferHead, TransferValues and
+  // TransferTail.  Without an ellipsoid the record is typed "Non_Projected"
+  // but still gets every value.  A linear unit in the details replaces
+  // `unitName` (a length unit only: the geographic sets keep their degree)
+  // and turns the lengths into that unit; a datum shift in the details
+  // becomes the record's TOWGS84.
   static void Transfer(CKvPRJParser& parser, const SKvParameterSetInfo& info,
                        const std::string& name, const std::string& branch,
                        const CKvEllipsoid* ellipsoid, const double* values, const char* unitName,
                        const CKvMapProjDetails& details);
+  // The system's and geographic system's names, the datum (the branch),
+  // prime meridian, angular unit, ellipsoid and method.
+  static void TransferHead(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                           const std::string& name, const std::string& branch,
+                           const CKvEllipsoid* ellipsoid);
+  // The method's values, through the rows' setters in field order, lengths
+  // in the details' linear unit.
+  static void TransferValues(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                             const double* values, const CKvMapProjDetails& details);
+  // The system's unit and the details' datum shift.
+  static void TransferTail(CKvPRJParser& parser, const SKvParameterSetInfo& info,
+                           const char* unitName, const CKvMapProjDetails& details);
   // The catalogue's ellipsoid of identifier `id`, or null ("" gives null).
   static const CKvEllipsoid* FindEllipsoid(const std::string& id);
   static bool GetParameter(const SKvParameterSetInfo& info, const double* values, int index,

@@ -37,5 +37,3 @@ CKvPolarStereographicProjection::CKvPolarStereographicProjection(
           name, branch, ellipsoid,
           std::array<double, 5>{scale, centre, originLatitude, falseEasting, falseNorthing}.data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvPolarStereographicProjection::CreateProjection() { return nullptr; }

@@ -22,7 +22,6 @@ class KVCART_API CKvPolarStereographicProjection
                                   bool canDelete = false, bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetScale() const { return _Get(0); }

@@ -40,5 +40,3 @@ CKvRectifiedSkewOrthomorphicProjection::CKvRectifiedSkewOrthomorphicProjection(
                                 falseEasting, falseNorthing}
               .data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvRectifiedSkewOrthomorphicProjection::CreateProjection() { return nullptr; }

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvRotatedLongitudeLatitude.h"
 
 const std::string CKvRotatedLongitudeLatitudeProjectionIDs::ID_PROJECTION_SECTION =
     "ROTATED_LONGITUDE_LATITUDE_PROJECTION";
@@ -45,7 +44,3 @@ CKvRotatedLongitudeLatitudeProjection::CKvRotatedLongitudeLatitudeProjection(
           name, branch, ellipsoid,
           std::array<double, 3>{longitudeOfSouthPole, latitudeOfSouthPole, angleOfRotation}.data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvRotatedLongitudeLatitudeProjection::CreateProjection() {
-  return new CKvRotatedLongitudeLatitude(this);
-}

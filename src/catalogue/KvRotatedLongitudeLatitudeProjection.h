@@ -26,7 +26,6 @@ class KVCART_API CKvRotatedLongitudeLatitudeProjection
                                         bool canDelete = false, bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetLongitudeOfSouthPole() const { return _Get(0); }

@@ -37,5 +37,3 @@ CKvStereographicNorthPoleProjection::CKvStereographicNorthPoleProjection(
           name, branch, ellipsoid,
           std::array<double, 4>{parallel1, centre, falseEasting, falseNorthing}.data(), canDelete,
           canEdit) {}
-
-CKvProjection* CKvStereographicNorthPoleProjection::CreateProjection() { return nullptr; }

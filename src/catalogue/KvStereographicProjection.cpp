@@ -38,5 +38,3 @@ CKvStereographicProjection::CKvStereographicProjection(const std::string& name,
           name, branch, ellipsoid,
           std::array<double, 5>{scale, centre, originLatitude, falseEasting, falseNorthing}.data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvStereographicProjection::CreateProjection() { return nullptr; }

@@ -21,7 +21,6 @@ class KVCART_API CKvStereographicProjection : public CKvParameterSet<CKvStereogr
                              bool canDelete = false, bool canEdit = false);
   using CKvParameterSet::CKvParameterSet;
 
-  CKvProjection* CreateProjection() override;
   static const SKvParameterSetInfo& Info();
 
   double GetScale() const { return _Get(0); }

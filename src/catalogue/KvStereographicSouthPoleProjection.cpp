@@ -37,5 +37,3 @@ CKvStereographicSouthPoleProjection::CKvStereographicSouthPoleProjection(
           name, branch, ellipsoid,
           std::array<double, 4>{parallel1, centre, falseEasting, falseNorthing}.data(), canDelete,
           canEdit) {}
-
-CKvProjection* CKvStereographicSouthPoleProjection::CreateProjection() { return nullptr; }

@@ -1,7 +1,6 @@
 #include "catalogue/KvTransverseMercatorProjection.h"
 
 #include "catalogue/KvParameterRows.h"
-#include "engines/KvTransverseMercatorJHS.h"
 
 const std::string CKvTransverseMercatorProjectionIDs::ID_PROJECTION_SECTION = "UTM_PROJECTION";
 
@@ -35,7 +34,3 @@ CKvTransverseMercatorProjection::CKvTransverseMercatorProjection(
           name, branch, ellipsoid,
           std::array<double, 5>{scale, centre, originLatitude, falseEasting, falseNorthing}.data(),
           canDelete, canEdit) {}
-
-CKvProjection* CKvTransverseMercatorProjection::CreateProjection() {
-  return new CKvTransverseMercatorJHS(this);
-}

@@ -1,7 +1,9 @@
 #include "engines/KvEngineCatalogue.h"
 
+#include <algorithm>
 #include <cstring>
 
+#include "cart/KvCartSetup.h"
 #include "catalogue/KvParameterTable.h"
 
 void CKvEngineCatalogue::CopyName(char* buffer, const std::string& name) {
@@ -14,8 +16,12 @@ const CKvEllipsoid* CKvEngineCatalogue::FindEllipsoid(const std::string& id) {
   return CKvParameterTable::FindEllipsoid(id);
 }
 
+CKvMapProjData* CKvEngineCatalogue::FindDefinition(const char* name) {
+  return CKvCartSetup::Instance().MapProjection(name);
+}
+
 bool CKvEngineCatalogue::GetEllipsoid(const char* name, CKvEllipsoid& ellipsoid) {
-  const CKvEllipsoid* found = CKvMapProjection::Ellipsoid(name);
+  const CKvEllipsoid* found = CKvCartSetup::Instance().Ellipsoid(name);
   if (!found) return false;
   ellipsoid = *found;
   return true;

@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "catalogue/KvLambert1SPProjection.h"
+#include "engines/KvEngine.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvLambert1SPProjection;
 
 // Lambert conformal conic with one standard parallel (EPSG method 9801): the
 // cone touches the ellipsoid along the origin latitude, where the scale is
@@ -23,11 +21,10 @@ class CKvLambert1SPProjection;
 // an engine returns NaN from Geo2Proj and Proj2Geo instead of dividing by
 // zero, and its convergence is 0.  An origin at the north pole (t0 = 0, the
 // cone flattened into a plane) has no finite F either and returns NaN too.
-// Without an ellipsoid (empty or unknown identifier in the set) every numeric
-// member is 0, so n = 0 and both directions return NaN likewise.
+// Without an ellipsoid n = 0, so both directions return NaN likewise.
 // Kept on purpose: the convergence is (lon - origin longitude) n degrees and
 // ignores the latitude argument.
-class KVCART_API CKvLambert1SP : public CKvProjection {
+class KVCART_API CKvLambert1SP : public CKvEngine<CKvLambert1SP, CKvLambert1SPProjection> {
  public:
   explicit CKvLambert1SP(CKvLambert1SPProjection* set);
   // Angles in degrees, false easting and northing in metres.
@@ -35,40 +32,25 @@ class KVCART_API CKvLambert1SP : public CKvProjection {
                 double originLatitude, double falseEasting, double falseNorthing,
                 const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   void GetOrigin(double* lon, double* lat) override;
   double GetConvergence(double lon, double lat) override;
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvLambert1SPProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
  private:
   // The conic arithmetic, shared with CKvLambert2SP, which is the same with
   // k0 = 1 and the false origin in place of the natural one.
   friend class CKvLambert2SP;
-  // m(phi) = cos phi / sqrt(1 - e^2 sin^2 phi)
-  static double _M(double phi, double e2);
-  // t(phi) = tan(pi/4 - phi/2) / ((1 - e sin phi) / (1 + e sin phi))^(e/2)
-  static double _T(double phi, double e);
   static void _Forward(double a, double e, double k0, double n, double F, double r0, double lambda0,
                        double FE, double FN, double lon, double lat, double* x, double* y);
   static void _Inverse(double a, double e, double k0, double n, double F, double r0, double lambda0,
                        double FE, double FN, double x, double y, double* lon, double* lat);
 
-  void _Init(double scale, double originLongitude, double originLatitude, double falseEasting,
-             double falseNorthing, const CKvEllipsoid& ellipsoid);
+  CKvLambert1SP(const std::string& name, double scale, double originLongitude,
+                double originLatitude, double falseEasting, double falseNorthing,
+                const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256] = {};
-  double m_dA = 0.0;
-  double m_dInvF = 0.0;
-  double m_dE = 0.0;
-  double m_dE2 = 0.0;
   double m_dLambda0 = 0.0;  // radians
   double m_dPhi0 = 0.0;     // radians
   double m_dFalseEasting = 0.0;

@@ -2,46 +2,36 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
-#include "catalogue/KvEllipsoid.h"
-#include "catalogue/KvLambert2SPProjection.h"
-#include "engines/KvEngineCatalogue.h"
+#include "engines/KvAuxiliaryLatitudes.h"
 #include "engines/KvLambert1SP.h"
 #include "platform/KvConstants.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // The two-parallel cone has unit scale on its parallels.
 constexpr double kUnitScale = 1.0;
 
 }  // namespace
 
-CKvLambert2SP::CKvLambert2SP(CKvLambert2SPProjection* set) {
-  CKvEngineCatalogue::CopyName(m_szName, set->GetName());
-  // Without an ellipsoid every number stays 0 (see the class comment).
-  if (const CKvEllipsoid* ellipsoid = CKvEngineCatalogue::FindEllipsoid(set->GetEllipsoidID()))
-    _Init(set->GetParallel1(), set->GetParallel2(), set->GetOriginLongitude(),
-          set->GetOriginLatitude(), set->GetFalseEasting(), set->GetFalseNorthing(), *ellipsoid);
-}
+CKvLambert2SP::CKvLambert2SP(CKvLambert2SPProjection* set)
+    : CKvLambert2SP(set->GetName(), set->GetParallel1(), set->GetParallel2(),
+                    set->GetOriginLongitude(), set->GetOriginLatitude(), set->GetFalseEasting(),
+                    set->GetFalseNorthing(), _FindEllipsoid(*set)) {}
 
 CKvLambert2SP::CKvLambert2SP(const std::string& name, double parallel1, double parallel2,
                              double originLongitude, double originLatitude, double falseEasting,
-                             double falseNorthing, const CKvEllipsoid& ellipsoid) {
-  CKvEngineCatalogue::CopyName(m_szName, name);
-  _Init(parallel1, parallel2, originLongitude, originLatitude, falseEasting, falseNorthing,
-        ellipsoid);
-}
+                             double falseNorthing, const CKvEllipsoid& ellipsoid)
+    : CKvLambert2SP(name, parallel1, parallel2, originLongitude, originLatitude, falseEasting,
+                    falseNorthing, &ellipsoid) {}
 
 // EPSG Guidance Note 7-2, method 9802: m1, m2, t1, t2, tF, n, F and rF.
-void CKvLambert2SP::_Init(double parallel1, double parallel2, double originLongitude,
-                          double originLatitude, double falseEasting, double falseNorthing,
-                          const CKvEllipsoid& ellipsoid) {
-  m_dA = ellipsoid.GetMajor();
-  m_dInvF = ellipsoid.GetInvFlatness();
-  m_dE = ellipsoid.GetEccentricity();
-  m_dE2 = m_dE * m_dE;
+CKvLambert2SP::CKvLambert2SP(const std::string& name, double parallel1, double parallel2,
+                             double originLongitude, double originLatitude, double falseEasting,
+                             double falseNorthing, const CKvEllipsoid* ellipsoid)
+    : CKvEngine(name) {
+  if (!ellipsoid) return;
+  _SetEllipsoid(*ellipsoid);
   m_dPhi1 = parallel1 * KvConst::kDegToRad;
   m_dPhi2 = parallel2 * KvConst::kDegToRad;
   m_dLambdaF = originLongitude * KvConst::kDegToRad;
@@ -50,11 +40,15 @@ void CKvLambert2SP::_Init(double parallel1, double parallel2, double originLongi
   m_dFalseNorthing = falseNorthing;
 
   const double a = m_dA, e = m_dE, e2 = m_dE2;
-  const double m1 = CKvLambert1SP::_M(m_dPhi1, e2);
-  const double m2 = CKvLambert1SP::_M(m_dPhi2, e2);
-  const double t1 = CKvLambert1SP::_T(m_dPhi1, e);
-  const double t2 = CKvLambert1SP::_T(m_dPhi2, e);
-  double tF = CKvLambert1SP::_T(m_dPhiF, e);
+  double sin1, cos1, sin2, cos2, sinF, cosF;
+  KvAux::SinCosDeg(parallel1, &sin1, &cos1);
+  KvAux::SinCosDeg(parallel2, &sin2, &cos2);
+  KvAux::SinCosDeg(originLatitude, &sinF, &cosF);
+  const double m1 = KvAux::ParallelRadius(sin1, cos1, e2);
+  const double m2 = KvAux::ParallelRadius(sin2, cos2, e2);
+  const double t1 = KvAux::ConformalT(sin1, cos1, e);
+  const double t2 = KvAux::ConformalT(sin2, cos2, e);
+  double tF = KvAux::ConformalT(sinF, cosF, e);
   if (tF <= 0.0) tF = 0.0;
 
   // Parallels too close for the logarithms to tell apart are the tangent
@@ -69,7 +63,7 @@ void CKvLambert2SP::_Init(double parallel1, double parallel2, double originLongi
   // Parallels on or symmetric about the equator (n = 0) have no cone, a
   // first parallel at a pole (t1 = 0) a degenerate one: F and rF stay NaN
   // rather than come from a division by 0.
-  double F = kNaN, rF = kNaN;
+  double F = KvConst::kNaN, rF = KvConst::kNaN;
   const double t1n = std::pow(t1, n);
   if (n * t1n != 0.0) {
     F = m1 / (n * t1n);
@@ -84,8 +78,6 @@ void CKvLambert2SP::_Init(double parallel1, double parallel2, double originLongi
   m_dF = F;
   m_dRF = rF;
 }
-
-const char* CKvLambert2SP::GetName() { return m_szName; }
 
 void CKvLambert2SP::Geo2Proj(double lon, double lat, double* x, double* y) {
   CKvLambert1SP::_Forward(m_dA, m_dE, kUnitScale, m_dN, m_dF, m_dRF, m_dLambdaF, m_dFalseEasting,
@@ -116,25 +108,4 @@ void CKvLambert2SP::GetDefaultArea(double* x0, double* y0, double* x1, double* y
     lat0 = 0.5 * (m_dPhi1 + m_dPhi2) * KvConst::kRadToDeg;
   Geo2Proj(lon0 - 3.0, std::max(lat0 - 3.0, -90.0), x0, y0);
   Geo2Proj(lon0 + 3.0, std::min(lat0 + 3.0, 90.0), x1, y1);
-}
-
-bool CKvLambert2SP::GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) {
-  ellipsoid.SetParams(m_dA, m_dInvF);
-  return true;
-}
-
-CKvProjection* CKvLambert2SP::Clone() { return new CKvLambert2SP(*this); }
-
-void CKvLambert2SP::TransferParameters(CKvPRJParser& parser) {
-  CKvLambert2SPProjection set;
-  GetMapProjection(set);
-  CKvEngineCatalogue::Transfer(m_szName, set, parser);
-}
-
-bool CKvLambert2SP::GetMapProjection(CKvLambert2SPProjection& set) {
-  return CKvEngineCatalogue::GetMapProjection(m_szName, set);
-}
-
-bool CKvLambert2SP::GetEllipsoid(CKvEllipsoid& ellipsoid) {
-  return CKvEngineCatalogue::GetEllipsoid(m_szName, ellipsoid);
 }

@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "catalogue/KvLambert2SPProjection.h"
+#include "engines/KvEngine.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvLambert2SPProjection;
 
 // Lambert conformal conic with two standard parallels (EPSG method 9802): the
 // cone cuts the ellipsoid along both parallels, where the scale is exactly 1;
@@ -24,11 +22,10 @@ class CKvLambert2SPProjection;
 // has no finite F; such an engine returns NaN from Geo2Proj and Proj2Geo
 // instead of dividing by zero, and its convergence is 0.  A first parallel at
 // the north pole (t1 = 0) has no finite F either and returns NaN too.
-// Without an ellipsoid (empty or unknown identifier in the set) every numeric
-// member is 0, so n = 0 and both directions return NaN likewise.
+// Without an ellipsoid n = 0, so both directions return NaN likewise.
 // Kept on purpose: a false origin at a pole centres the default area on the
 // mean of the two parallels instead, where the projection is of use.
-class KVCART_API CKvLambert2SP : public CKvProjection {
+class KVCART_API CKvLambert2SP : public CKvEngine<CKvLambert2SP, CKvLambert2SPProjection> {
  public:
   explicit CKvLambert2SP(CKvLambert2SPProjection* set);
   // Angles in degrees, false easting and northing in metres.
@@ -36,28 +33,17 @@ class KVCART_API CKvLambert2SP : public CKvProjection {
                 double originLatitude, double falseEasting, double falseNorthing,
                 const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   void GetOrigin(double* lon, double* lat) override;
   double GetConvergence(double lon, double lat) override;
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvLambert2SPProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
  private:
-  void _Init(double parallel1, double parallel2, double originLongitude, double originLatitude,
-             double falseEasting, double falseNorthing, const CKvEllipsoid& ellipsoid);
+  CKvLambert2SP(const std::string& name, double parallel1, double parallel2, double originLongitude,
+                double originLatitude, double falseEasting, double falseNorthing,
+                const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256] = {};
-  double m_dA = 0.0;
-  double m_dInvF = 0.0;
-  double m_dE = 0.0;
-  double m_dE2 = 0.0;
   double m_dPhi1 = 0.0;     // radians
   double m_dPhi2 = 0.0;     // radians
   double m_dLambdaF = 0.0;  // radians

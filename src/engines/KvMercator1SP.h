@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "catalogue/KvMercator1SPProjection.h"
+#include "engines/KvEngine.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvMercator1SPProjection;
 
 // Normal Mercator with the scale factor k0 given on the equator (EPSG method
 // 9804).
@@ -16,23 +14,21 @@ class CKvMercator1SPProjection;
 // conformal latitude chi from the northing in closed form and returns to the
 // geodetic latitude by the Guidance Note's four-term series in e^2 (terms to
 // e^8), good to about 1e-10 degrees (0.01 mm) on terrestrial ellipsoids.
-// Domain: |lat| < 90.  The poles lie at infinity and are not clamped: the
-// south pole gives an infinite northing, the north pole, where tan(pi/2)
-// rounds to a finite number, one of about 37 a k0.  Longitudes are not
-// reduced to +-180 degrees around the central meridian.
-// Without an ellipsoid (empty or unknown identifier in the set) every numeric
-// member is 0: Geo2Proj gives (0, 0) away from the poles, and Proj2Geo, which
-// would divide by k0 a = 0, returns NaN; so does Proj2Geo with a zero scale.
+// Domain: |lat| < 90.  The poles lie at infinity and are not clamped:
+// latitude 90 gives an infinite northing, -90 a negatively infinite one.
+// Longitudes are not reduced to +-180 degrees around the central meridian.
+// Without an ellipsoid Geo2Proj gives (0, 0) away from the poles, and
+// Proj2Geo, which would divide by k0 a = 0, returns NaN; so does Proj2Geo
+// with a zero scale.
 // Kept on purpose: the convergence is measured numerically (the bearing of
 // the image of one arc minute of meridian), so it is 0 up to rounding.
-class KVCART_API CKvMercator1SP : public CKvProjection {
+class KVCART_API CKvMercator1SP : public CKvEngine<CKvMercator1SP, CKvMercator1SPProjection> {
  public:
   explicit CKvMercator1SP(CKvMercator1SPProjection* set);
   // Angles in degrees, false easting and northing in metres.
   CKvMercator1SP(const std::string& name, double scale, double originLongitude, double falseEasting,
                  double falseNorthing, const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   void GetOrigin(double* lon, double* lat) override;
@@ -40,12 +36,6 @@ class KVCART_API CKvMercator1SP : public CKvProjection {
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
   // Writes 0: the scale is a parameter, nothing is derived.
   void GetDerivedParameters(double* value) override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvMercator1SPProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
  private:
   // The arithmetic, shared with CKvMercator2SP, which differs only in how it
@@ -58,14 +48,9 @@ class KVCART_API CKvMercator1SP : public CKvProjection {
   // The world view for an origin at (0, 0), otherwise the origin +-3 degrees.
   static void _DefaultArea(CKvProjection& engine, double* x0, double* y0, double* x1, double* y1);
 
-  void _Init(double scale, double originLongitude, double falseEasting, double falseNorthing,
-             const CKvEllipsoid& ellipsoid);
+  CKvMercator1SP(const std::string& name, double scale, double originLongitude, double falseEasting,
+                 double falseNorthing, const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256] = {};
-  double m_dA = 0.0;
-  double m_dInvF = 0.0;
-  double m_dE = 0.0;
-  double m_dE2 = 0.0;
   double m_dLambda0 = 0.0;  // radians
   double m_dFalseEasting = 0.0;
   double m_dFalseNorthing = 0.0;

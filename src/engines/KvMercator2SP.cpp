@@ -2,34 +2,26 @@
 
 #include <cmath>
 
-#include "catalogue/KvEllipsoid.h"
-#include "catalogue/KvMapProjData.h"
-#include "catalogue/KvMercator2SPProjection.h"
-#include "engines/KvEngineCatalogue.h"
+#include "engines/KvAuxiliaryLatitudes.h"
 #include "engines/KvMercator1SP.h"
 #include "platform/KvConstants.h"
 
-CKvMercator2SP::CKvMercator2SP(CKvMercator2SPProjection* set) {
-  CKvEngineCatalogue::CopyName(m_szName, set->GetName());
-  // Without an ellipsoid every number stays 0 (see the class comment).
-  if (const CKvEllipsoid* ellipsoid = CKvEngineCatalogue::FindEllipsoid(set->GetEllipsoidID()))
-    _Init(set->GetParallel1(), set->GetCentre(), set->GetFalseEasting(), set->GetFalseNorthing(),
-          *ellipsoid);
-}
+CKvMercator2SP::CKvMercator2SP(CKvMercator2SPProjection* set)
+    : CKvMercator2SP(set->GetName(), set->GetParallel1(), set->GetCentre(), set->GetFalseEasting(),
+                     set->GetFalseNorthing(), _FindEllipsoid(*set)) {}
 
 CKvMercator2SP::CKvMercator2SP(const std::string& name, double standardParallel,
                                double originLongitude, double falseEasting, double falseNorthing,
-                               const CKvEllipsoid& ellipsoid) {
-  CKvEngineCatalogue::CopyName(m_szName, name);
-  _Init(standardParallel, originLongitude, falseEasting, falseNorthing, ellipsoid);
-}
+                               const CKvEllipsoid& ellipsoid)
+    : CKvMercator2SP(name, standardParallel, originLongitude, falseEasting, falseNorthing,
+                     &ellipsoid) {}
 
-void CKvMercator2SP::_Init(double standardParallel, double originLongitude, double falseEasting,
-                           double falseNorthing, const CKvEllipsoid& ellipsoid) {
-  m_dA = ellipsoid.GetMajor();
-  m_dInvF = ellipsoid.GetInvFlatness();
-  m_dE = ellipsoid.GetEccentricity();
-  m_dE2 = m_dE * m_dE;
+CKvMercator2SP::CKvMercator2SP(const std::string& name, double standardParallel,
+                               double originLongitude, double falseEasting, double falseNorthing,
+                               const CKvEllipsoid* ellipsoid)
+    : CKvEngine(name) {
+  if (!ellipsoid) return;
+  _SetEllipsoid(*ellipsoid);
   m_dPhi1 = standardParallel * KvConst::kDegToRad;
   m_dLambda0 = originLongitude * KvConst::kDegToRad;
   m_dFalseEasting = falseEasting;
@@ -37,11 +29,10 @@ void CKvMercator2SP::_Init(double standardParallel, double originLongitude, doub
   CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eMercator2SP, false, m_dE2, m_adC);
   // EPSG Guidance Note 7-2, Mercator (variant B): the scale on the equator
   // that makes the scale on phi1 unity.
-  const double sinPhi1 = std::sin(m_dPhi1);
-  m_dK0 = std::cos(m_dPhi1) / std::sqrt(1.0 - m_dE2 * sinPhi1 * sinPhi1);
+  double sinPhi1, cosPhi1;
+  KvAux::SinCosDeg(standardParallel, &sinPhi1, &cosPhi1);
+  m_dK0 = KvAux::ParallelRadius(sinPhi1, cosPhi1, m_dE2);
 }
-
-const char* CKvMercator2SP::GetName() { return m_szName; }
 
 void CKvMercator2SP::Geo2Proj(double lon, double lat, double* x, double* y) {
   CKvMercator1SP::_Forward(m_dA, m_dE, m_dK0, m_dLambda0, m_dFalseEasting, m_dFalseNorthing, lon,
@@ -67,24 +58,3 @@ void CKvMercator2SP::GetDefaultArea(double* x0, double* y0, double* x1, double* 
 }
 
 void CKvMercator2SP::GetDerivedParameters(double* value) { *value = m_dK0; }
-
-bool CKvMercator2SP::GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) {
-  ellipsoid.SetParams(m_dA, m_dInvF);
-  return true;
-}
-
-CKvProjection* CKvMercator2SP::Clone() { return new CKvMercator2SP(*this); }
-
-void CKvMercator2SP::TransferParameters(CKvPRJParser& parser) {
-  CKvMercator2SPProjection set;
-  GetMapProjection(set);
-  CKvEngineCatalogue::Transfer(m_szName, set, parser);
-}
-
-bool CKvMercator2SP::GetMapProjection(CKvMercator2SPProjection& set) {
-  return CKvEngineCatalogue::GetMapProjection(m_szName, set);
-}
-
-bool CKvMercator2SP::GetEllipsoid(CKvEllipsoid& ellipsoid) {
-  return CKvEngineCatalogue::GetEllipsoid(m_szName, ellipsoid);
-}

@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "catalogue/KvMercator2SPProjection.h"
+#include "engines/KvEngine.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvMercator2SPProjection;
 
 // Normal Mercator with a standard parallel phi1 of true scale (EPSG method
 // 9805); the scale on the equator is derived from it as
@@ -17,18 +15,16 @@ class CKvMercator2SPProjection;
 // CKvMercator1SP, with the same accuracy, domain and numerical convergence.
 // The parallels +-phi1 give the same projection, and phi1 = 0 is the 1SP
 // projection with k0 = 1.
-// Without an ellipsoid (empty or unknown identifier in the set) every numeric
-// member is 0, k0 included: Geo2Proj gives (0, 0) away from the poles and
-// Proj2Geo returns NaN.  A parallel at a pole shrinks k0 to about 6e-17 and
-// the map to a point; nothing guards it.
-class KVCART_API CKvMercator2SP : public CKvProjection {
+// Without an ellipsoid k0 is 0 as well: Geo2Proj gives (0, 0) away from
+// the poles and Proj2Geo returns NaN.  A parallel at a pole gives k0 = 0
+// likewise, a map shrunk to a point; nothing guards it.
+class KVCART_API CKvMercator2SP : public CKvEngine<CKvMercator2SP, CKvMercator2SPProjection> {
  public:
   explicit CKvMercator2SP(CKvMercator2SPProjection* set);
   // Angles in degrees, false easting and northing in metres.
   CKvMercator2SP(const std::string& name, double standardParallel, double originLongitude,
                  double falseEasting, double falseNorthing, const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   void GetOrigin(double* lon, double* lat) override;
@@ -36,22 +32,11 @@ class KVCART_API CKvMercator2SP : public CKvProjection {
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
   // Writes the derived scale factor on the equator, k0.
   void GetDerivedParameters(double* value) override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvMercator2SPProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
  private:
-  void _Init(double standardParallel, double originLongitude, double falseEasting,
-             double falseNorthing, const CKvEllipsoid& ellipsoid);
+  CKvMercator2SP(const std::string& name, double standardParallel, double originLongitude,
+                 double falseEasting, double falseNorthing, const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256] = {};
-  double m_dA = 0.0;
-  double m_dInvF = 0.0;
-  double m_dE = 0.0;
-  double m_dE2 = 0.0;
   double m_dPhi1 = 0.0;     // radians
   double m_dLambda0 = 0.0;  // radians
   double m_dFalseEasting = 0.0;

@@ -2,11 +2,7 @@
 
 #include <cmath>
 #include <complex>
-#include <limits>
 
-#include "catalogue/KvEllipsoid.h"
-#include "catalogue/KvNewZealandMapGridProjection.h"
-#include "engines/KvEngineCatalogue.h"
 #include "platform/KvConstants.h"
 
 namespace {
@@ -21,8 +17,6 @@ constexpr double kSeriesUnitToDeg = 27.77777777777778;  // 100000 / 3600
 // squared, which saves the square root of the modulus) or after 100 steps.
 constexpr double kStepSq = 1e-24;
 constexpr int kMaxSteps = 100;
-
-// One minute of latitude, the step of the numerical convergence.
 
 // The view of the whole country the grid was made for.
 constexpr double kAreaX0 = 2000000.0;
@@ -51,71 +45,52 @@ inline double RealSeries(const double* series, int count, double x) {
 }  // namespace
 
 CKvNewZealandMapGrid::CKvNewZealandMapGrid(CKvNewZealandMapGridProjection* set)
-    : m_szName{},
-      m_dMajor(0.0),
-      m_dInvFlattening(0.0),
-      m_dEccentricity(0.0),
-      m_dEccentricitySq(0.0),
-      m_dOriginLongitude(0.0),
-      m_dOriginLatitude(0.0),
-      m_dFalseEasting(0.0),
-      m_dFalseNorthing(0.0) {
-  CKvEngineCatalogue::CopyName(m_szName, set->GetName());
-  const CKvEllipsoid* ellipsoid = CKvEngineCatalogue::FindEllipsoid(set->GetEllipsoidID());
-  if (!ellipsoid) return;
-  _SetEllipsoid(*ellipsoid);
-  m_dOriginLongitude = set->GetOriginLongitude();
-  m_dOriginLatitude = set->GetOriginLatitude();
-  m_dFalseEasting = set->GetFalseEasting();
-  m_dFalseNorthing = set->GetFalseNorthing();
-}
+    : CKvNewZealandMapGrid(set->GetName(), set->GetOriginLongitude(), set->GetOriginLatitude(),
+                           set->GetFalseEasting(), set->GetFalseNorthing(), _FindEllipsoid(*set)) {}
 
 CKvNewZealandMapGrid::CKvNewZealandMapGrid(const std::string& name, double originLongitude,
                                            double originLatitude, double falseEasting,
                                            double falseNorthing, const CKvEllipsoid& ellipsoid)
-    : m_szName{},
-      m_dOriginLongitude(originLongitude),
-      m_dOriginLatitude(originLatitude),
-      m_dFalseEasting(falseEasting),
-      m_dFalseNorthing(falseNorthing) {
-  CKvEngineCatalogue::CopyName(m_szName, name);
-  _SetEllipsoid(ellipsoid);
-}
+    : CKvNewZealandMapGrid(name, originLongitude, originLatitude, falseEasting, falseNorthing,
+                           &ellipsoid) {}
 
-void CKvNewZealandMapGrid::_SetEllipsoid(const CKvEllipsoid& ellipsoid) {
-  m_dMajor = ellipsoid.GetMajor();
-  m_dInvFlattening = ellipsoid.GetInvFlatness();
-  m_dEccentricity = ellipsoid.GetEccentricity();
-  m_dEccentricitySq = m_dEccentricity * m_dEccentricity;
+CKvNewZealandMapGrid::CKvNewZealandMapGrid(const std::string& name, double originLongitude,
+                                           double originLatitude, double falseEasting,
+                                           double falseNorthing, const CKvEllipsoid* ellipsoid)
+    : CKvEngine(name) {
+  if (!ellipsoid) return;
+  _SetEllipsoid(*ellipsoid);
+  m_dOriginLongitude = originLongitude;
+  m_dOriginLatitude = originLatitude;
+  m_dFalseEasting = falseEasting;
+  m_dFalseNorthing = falseNorthing;
 }
-
-const char* CKvNewZealandMapGrid::GetName() { return m_szName; }
 
 // EPSG Guidance Note 7-2, method 9811, forward: delta phi in 1e5 arc-seconds,
 // delta psi = sum A_n delta phi^n, z = delta psi + i delta lambda,
 // zeta = sum B_n z^n; easting from Im zeta, northing from Re zeta.
 void CKvNewZealandMapGrid::Geo2Proj(double lon, double lat, double* x, double* y) {
-  if (!(m_dMajor > 0.0)) {
-    *x = *y = std::numeric_limits<double>::quiet_NaN();
+  if (!(m_dA > 0.0)) {
+    *x = *y = KvConst::kNaN;
     return;
   }
   const double dPhi = (lat - m_dOriginLatitude) * kDegToSeriesUnit;
   const double dPsi = RealSeries(A, kNumA, dPhi);
   const double dLambda = (lon - m_dOriginLongitude) * KvConst::kDegToRad;
   const Complex zeta = ComplexSeries(B, kNumB, Complex(dPsi, dLambda));
-  *x = m_dFalseEasting + m_dMajor * zeta.imag();
-  *y = m_dFalseNorthing + m_dMajor * zeta.real();
+  *x = m_dFalseEasting + m_dA * zeta.imag();
+  *y = m_dFalseNorthing + m_dA * zeta.real();
 }
 
 // EPSG Guidance Note 7-2, method 9811, reverse: theta = sum C_n z^n as the
 // first estimate, then Newton's method on sum B_n theta^n = z, written as
 // theta <- (z + sum_{n=2..6} (n - 1) B_n theta^n) / (sum_{n=1..6} n B_n theta^(n-1)).
 void CKvNewZealandMapGrid::Proj2Geo(double x, double y, double* lon, double* lat) {
-  if (!(m_dMajor > 0.0)) {
-    *lon = *lat = std::numeric_limits<double>::quiet_NaN();
+  if (!(m_dA > 0.0)) {
+    *lon = *lat = KvConst::kNaN;
     return;
   }
-  const Complex z((y - m_dFalseNorthing) / m_dMajor, (x - m_dFalseEasting) / m_dMajor);
+  const Complex z((y - m_dFalseNorthing) / m_dA, (x - m_dFalseEasting) / m_dA);
   Complex theta = ComplexSeries(C, kNumC, z);
   for (int step = 0; step < kMaxSteps; ++step) {
     Complex num = 0.0;  // sum_{n=2..6} (n - 1) B_n theta^(n-1)
@@ -152,26 +127,4 @@ void CKvNewZealandMapGrid::GetDefaultArea(double* x0, double* y0, double* x1, do
   *y0 = kAreaY0;
   *x1 = kAreaX1;
   *y1 = kAreaY1;
-}
-
-bool CKvNewZealandMapGrid::GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) {
-  if (!(m_dMajor > 0.0)) return false;
-  ellipsoid.SetParams(m_dMajor, m_dInvFlattening);
-  return true;
-}
-
-CKvProjection* CKvNewZealandMapGrid::Clone() { return new CKvNewZealandMapGrid(*this); }
-
-void CKvNewZealandMapGrid::TransferParameters(CKvPRJParser& parser) {
-  CKvNewZealandMapGridProjection set;
-  GetMapProjection(set);
-  CKvEngineCatalogue::Transfer(m_szName, set, parser);
-}
-
-bool CKvNewZealandMapGrid::GetMapProjection(CKvNewZealandMapGridProjection& set) {
-  return CKvEngineCatalogue::GetMapProjection(m_szName, set);
-}
-
-bool CKvNewZealandMapGrid::GetEllipsoid(CKvEllipsoid& ellipsoid) {
-  return CKvEngineCatalogue::GetEllipsoid(m_szName, ellipsoid);
 }

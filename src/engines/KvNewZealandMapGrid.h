@@ -2,12 +2,10 @@
 
 #include <string>
 
+#include "catalogue/KvNewZealandMapGridProjection.h"
+#include "engines/KvEngine.h"
 #include "engines/KvNewZealandMapGridConstants.h"
-#include "engines/KvProjection.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvNewZealandMapGridProjection;
 
 // New Zealand map grid (EPSG method 9811): a sixth-order complex polynomial
 // in the isometric latitude and longitude differences from the origin,
@@ -24,17 +22,18 @@ class CKvNewZealandMapGridProjection;
 // Domain: nothing limits it, but away from New Zealand the series diverge;
 // there the inverse may stop at its step limit and return the last estimate.
 // Origin angles are kept in degrees, as the series take them.
-// Without an ellipsoid (empty or unknown identifier in the set) every
-// numeric member is 0 and the engine is unusable: Geo2Proj and Proj2Geo
+// Without an ellipsoid the engine is unusable: Geo2Proj and Proj2Geo
 // return NaN and GetAnonymousEllipsoid returns false.  The default area is
 // the fixed rectangle E 2000000..3000000, N 5300000..6800000.
-class KVCART_API CKvNewZealandMapGrid : public CKvProjection, public CKvNewZealandMapGridConstants {
+class KVCART_API CKvNewZealandMapGrid
+    : public CKvEngine<CKvNewZealandMapGrid, CKvNewZealandMapGridProjection,
+                       EKvEllipsoidRule::eWhenSet>,
+      public CKvNewZealandMapGridConstants {
  public:
   explicit CKvNewZealandMapGrid(CKvNewZealandMapGridProjection* set);
   CKvNewZealandMapGrid(const std::string& name, double originLongitude, double originLatitude,
                        double falseEasting, double falseNorthing, const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   void GetOrigin(double* lon, double* lat) override;
@@ -42,24 +41,13 @@ class KVCART_API CKvNewZealandMapGrid : public CKvProjection, public CKvNewZeala
   // point and the point 1' north of it.
   double GetConvergence(double lon, double lat) override;
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
-  // Only when the engine has an ellipsoid (a > 0).
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvNewZealandMapGridProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
  private:
-  void _SetEllipsoid(const CKvEllipsoid& ellipsoid);
+  CKvNewZealandMapGrid(const std::string& name, double originLongitude, double originLatitude,
+                       double falseEasting, double falseNorthing, const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256];
-  double m_dMajor;
-  double m_dInvFlattening;
-  double m_dEccentricity;
-  double m_dEccentricitySq;
-  double m_dOriginLongitude;  // degrees
-  double m_dOriginLatitude;   // degrees
-  double m_dFalseEasting;
-  double m_dFalseNorthing;
+  double m_dOriginLongitude = 0.0;  // degrees
+  double m_dOriginLatitude = 0.0;   // degrees
+  double m_dFalseEasting = 0.0;
+  double m_dFalseNorthing = 0.0;
 };

@@ -2,12 +2,10 @@
 
 #include <string>
 
+#include "catalogue/KvRotatedLongitudeLatitudeProjection.h"
 #include "datum/Matrix.h"
-#include "engines/KvProjection.h"
+#include "engines/KvEngine.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvRotatedLongitudeLatitudeProjection;
 
 // Rotated longitude/latitude (rotated-pole grid): the "projected"
 // coordinates are a longitude and a latitude in degrees, measured in a
@@ -39,18 +37,18 @@ class CKvRotatedLongitudeLatitudeProjection;
 // Kept on purpose: the grid longitude is x = lon' - alpha with no wrapping
 // into -180..180 (Proj2Geo adds alpha back before rotating), and GetOrigin
 // returns (lambda_p, phi_p + 90).
-// Without an ellipsoid (empty or unknown identifier in the set) every
-// number is 0 (the matrices are built from the zero angles) and the engine
-// is unusable: Geo2Proj and Proj2Geo return NaN and GetAnonymousEllipsoid
-// returns false.
-class KVCART_API CKvRotatedLongitudeLatitude : public CKvProjection {
+// Without an ellipsoid the matrices are built from zero angles and the
+// engine is unusable: Geo2Proj and Proj2Geo return NaN and
+// GetAnonymousEllipsoid returns false.
+class KVCART_API CKvRotatedLongitudeLatitude
+    : public CKvEngine<CKvRotatedLongitudeLatitude, CKvRotatedLongitudeLatitudeProjection,
+                       EKvEllipsoidRule::eWhenSet> {
  public:
   explicit CKvRotatedLongitudeLatitude(CKvRotatedLongitudeLatitudeProjection* set);
   CKvRotatedLongitudeLatitude(const std::string& name, double southPoleLongitude,
                               double southPoleLatitude, double rotationAngle,
                               const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
   // (lambda_p, phi_p + 90): the geographic point on the grid's equator.
@@ -61,13 +59,6 @@ class KVCART_API CKvRotatedLongitudeLatitude : public CKvProjection {
   // The origin +-3 degrees, clamped to +-180 and +-90, in grid coordinates.
   void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
   bool IsGeographical() override;
-  // Only when the engine has an ellipsoid (a > 0).
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvRotatedLongitudeLatitudeProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
 
   // Geodetic degrees to geocentric metres on the engine's ellipsoid, height 0.
   void Geo2XYZ(double lon, double lat, double* X, double* Y, double* Z);
@@ -75,17 +66,13 @@ class KVCART_API CKvRotatedLongitudeLatitude : public CKvProjection {
   void XYZ2Geo(double X, double Y, double Z, double* lon, double* lat);
 
  private:
-  void _SetEllipsoid(const CKvEllipsoid& ellipsoid);
-  void _Derive();
+  CKvRotatedLongitudeLatitude(const std::string& name, double southPoleLongitude,
+                              double southPoleLatitude, double rotationAngle,
+                              const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256];
-  double m_dMajor;
-  double m_dInvFlattening;
-  double m_dEccentricity;
-  double m_dEccentricitySq;
-  double m_dSouthPoleLongitude;  // degrees
-  double m_dSouthPoleLatitude;   // degrees
-  double m_dRotationAngle;       // degrees
+  double m_dSouthPoleLongitude = 0.0;  // degrees
+  double m_dSouthPoleLatitude = 0.0;   // degrees
+  double m_dRotationAngle = 0.0;       // degrees
   CMatrix m_Mf;                  // grid to geographic, used by Proj2Geo
   CMatrix m_Mi;                  // geographic to grid, used by Geo2Proj
   // Derived once: flattening, semi-minor axis, second eccentricity squared.

@@ -2,11 +2,8 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "engines/KvTransverseMercatorBase.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvTransverseMercatorProjection;
 
 // Transverse Mercator (EPSG method 9807), Gauss-Krueger in the Poder/Engsager
 // form: geodetic to Gaussian (conformal) latitude, then a complex Clenshaw
@@ -27,31 +24,21 @@ class CKvTransverseMercatorProjection;
 // Kept on purpose: the continuation uses 20000000 m whatever the ellipsoid,
 // and the point scale factor is the series as the catalogue has always
 // computed it (see GetScaleFactor).
-class KVCART_API CKvTransverseMercator : public CKvProjection {
+class KVCART_API CKvTransverseMercator : public CKvTransverseMercatorBase<CKvTransverseMercator> {
  public:
   explicit CKvTransverseMercator(CKvTransverseMercatorProjection* set);
   CKvTransverseMercator(const std::string& name, double scale, double centralMeridian,
                         double originLatitude, double falseEasting, double falseNorthing,
                         const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
-  void GetOrigin(double* lon, double* lat) override;
-  double GetConvergence(double lon, double lat) override;
-  void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
   bool IsLocal() override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
 
+  // The catalogue's definition with this engine's own central meridian in
+  // place of the catalogue's: an engine set up for one zone of a catalogue
+  // entry reports that zone.
   bool GetMapProjection(CKvTransverseMercatorProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
-  // Point scale factor at (lon, lat) in degrees, not affected by the local
-  // flag.  The series as the catalogue has always computed it: the L^2 term
-  // (L = dLon^2 cos^2 lat) is not divided by 24 and ends in tan^2(eta^2 lat),
-  // so only its first order is the textbook value.
-  double GetScaleFactor(double lon, double lat);
 
   void _Coeffs();
   void _Geo2Proj(double lon, double lat, double falseEasting, double falseNorthing, double* x,
@@ -63,23 +50,10 @@ class KVCART_API CKvTransverseMercator : public CKvProjection {
                      double* imag);
 
  private:
-  // The convergence and point-scale series, shared with the JHS engine,
-  // which reports the same figures.
-  friend class CKvTransverseMercatorJHS;
-  static double _Convergence(double k0, double a, double b, double centralMeridian, double lon,
-                             double lat);
-  static double _PointScale(double k0, double a, double b, double centralMeridian, double lon,
-                            double lat);
+  CKvTransverseMercator(const std::string& name, double scale, double centralMeridian,
+                        double originLatitude, double falseEasting, double falseNorthing,
+                        const CKvEllipsoid* ellipsoid);
 
-  char m_szName[256];
-  double m_dA;
-  double m_dB;
-  double m_dK0;
-  double m_dF;
-  double m_dFalseEasting;
-  double m_dFalseNorthing;
-  double m_dCentralMeridian;  // degrees
-  double m_dOriginLatitude;   // degrees
   double m_dN;
   double m_dArcFactor;
   double m_adCbg[4];
@@ -87,4 +61,7 @@ class KVCART_API CKvTransverseMercator : public CKvProjection {
   double m_adGtu[4];
   double m_adUtg[4];
   bool m_bLocal;
+  // The northing of the origin (central meridian, origin latitude) without
+  // false northing, projected once here rather than on every call.
+  double m_dOriginNorthing;
 };

@@ -1,38 +1,12 @@
 #include "engines/KvTransverseMercatorJHS.h"
 
-#include <algorithm>
 #include <cmath>
 
-#include "catalogue/KvEllipsoid.h"
 #include "catalogue/KvMapProjData.h"
-#include "catalogue/KvTransverseMercatorProjection.h"
-#include "engines/KvEngineCatalogue.h"
-#include "engines/KvTransverseMercator.h"
+#include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvConstants.h"
 
 namespace {
-
-
-// sin(2kx) and cos(2kx), k = 1..4, from sin 2x and cos 2x.  The doubling and
-// three-term recurrences read the same for sinh and cosh, so the same call
-// gives sinh(2ky) and cosh(2ky) from sinh 2y and cosh 2y.
-struct SMultiple {
-  double s[4];
-  double c[4];
-};
-
-inline SMultiple Multiples(double s1, double c1) {
-  SMultiple m;
-  m.s[0] = s1;
-  m.c[0] = c1;
-  m.s[1] = 2.0 * s1 * c1;
-  m.c[1] = 2.0 * c1 * c1 - 1.0;
-  m.s[2] = 2.0 * c1 * m.s[1] - s1;
-  m.c[2] = 2.0 * c1 * m.c[1] - c1;
-  m.s[3] = 2.0 * m.s[1] * m.c[1];
-  m.c[3] = 2.0 * m.c[1] * m.c[1] - 1.0;
-  return m;
-}
 
 // Hyperbolic functions for the reverse direction, each from one exp or log.
 // The library's versions go through expm1 and log1p to keep their relative
@@ -63,54 +37,29 @@ inline double Asinh(double x) {
 }  // namespace
 
 CKvTransverseMercatorJHS::CKvTransverseMercatorJHS(CKvTransverseMercatorProjection* set)
-    : m_szName{},
-      m_dA(0.0),
-      m_dB(0.0),
-      m_dK0(set->GetScale()),
-      m_dF(0.0),
-      m_dFalseEasting(set->GetFalseEasting()),
-      m_dFalseNorthing(set->GetFalseNorthing()),
-      m_dCentralMeridian(set->GetCentre()),
-      m_dOriginLatitude(set->GetOriginLatitude()),
-      m_dE(0.0),
-      m_bLocal(false) {
-  CKvEngineCatalogue::CopyName(m_szName, set->GetName());
-  if (m_szName[0] == '\0')
-    CKvEngineCatalogue::CopyName(m_szName,
-                                 CKvMapProjection::IDtoProjectionString(CKvMapProjection::eNonUtm));
-  // Without an ellipsoid a, b, f and e stay 0: B is 0, every projected
-  // coordinate is the false origin and Proj2Geo divides by 0.
-  if (const CKvEllipsoid* ellipsoid = CKvEngineCatalogue::FindEllipsoid(set->GetEllipsoidID())) {
-    m_dA = ellipsoid->GetMajor();
-    m_dB = ellipsoid->GetMinor();
-    m_dF = ellipsoid->GetFlatness();
-    m_dE = ellipsoid->GetEccentricity();
-  }
-  _Coeffs();
-  m_bLocal = CKvMapProjection::IsLocal(m_szName);
-}
+    : CKvTransverseMercatorJHS(set->GetName(), set->GetScale(), set->GetCentre(),
+                               set->GetOriginLatitude(), set->GetFalseEasting(),
+                               set->GetFalseNorthing(), _FindEllipsoid(*set)) {}
 
 CKvTransverseMercatorJHS::CKvTransverseMercatorJHS(const std::string& name, double scale,
                                                    double centralMeridian, double originLatitude,
                                                    double falseEasting, double falseNorthing,
                                                    const CKvEllipsoid& ellipsoid)
-    : m_szName{},
-      m_dA(ellipsoid.GetMajor()),
-      m_dB(ellipsoid.GetMinor()),
-      m_dK0(scale),
-      m_dF(ellipsoid.GetFlatness()),
-      m_dFalseEasting(falseEasting),
-      m_dFalseNorthing(falseNorthing),
-      m_dCentralMeridian(centralMeridian),
-      m_dOriginLatitude(originLatitude),
-      m_dE(ellipsoid.GetEccentricity()),
+    : CKvTransverseMercatorJHS(name, scale, centralMeridian, originLatitude, falseEasting,
+                               falseNorthing, &ellipsoid) {}
+
+// Without an ellipsoid e stays 0 with a, b and f: B is 0, every projected
+// coordinate is the false origin and Proj2Geo divides by 0.
+CKvTransverseMercatorJHS::CKvTransverseMercatorJHS(const std::string& name, double scale,
+                                                   double centralMeridian, double originLatitude,
+                                                   double falseEasting, double falseNorthing,
+                                                   const CKvEllipsoid* ellipsoid)
+    : CKvTransverseMercatorBase(name, scale, centralMeridian, originLatitude, falseEasting,
+                                falseNorthing, ellipsoid),
+      m_dE(ellipsoid ? ellipsoid->GetEccentricity() : 0.0),
       m_bLocal(false) {
-  CKvEngineCatalogue::CopyName(m_szName, name);
-  if (m_szName[0] == '\0')
-    CKvEngineCatalogue::CopyName(m_szName,
-                                 CKvMapProjection::IDtoProjectionString(CKvMapProjection::eNonUtm));
   _Coeffs();
-  m_bLocal = CKvMapProjection::IsLocal(m_szName);
+  m_bLocal = _NameIsLocal();
 }
 
 // Constants of the projection, EPSG Guidance Note 7-2, method 9807: n, B,
@@ -133,17 +82,16 @@ void CKvTransverseMercatorJHS::_Coeffs() {
   } else if (KvConst::IsClose(phi0, -KvConst::kHalfPi)) {
     m_dM0 = -m_dBigB * KvConst::kHalfPi;
   } else {
-    const double q0 = std::asinh(std::tan(phi0)) - m_dE * std::atanh(m_dE * std::sin(phi0));
-    const double beta0 = std::atan(std::sinh(q0));
+    double sinPhi0, cosPhi0;
+    KvAux::SinCosDeg(m_dOriginLatitude, &sinPhi0, &cosPhi0);
+    const double Q0 = KvAux::IsometricLatitude(sinPhi0, cosPhi0, m_dE);
+    const double beta0 = std::atan(std::sinh(Q0));
     const double xi00 = std::asin(std::sin(beta0));
-    const SMultiple m = Multiples(std::sin(2.0 * xi00), std::cos(2.0 * xi00));
     const double xi0 =
-        xi00 + m_adH[0] * m.s[0] + m_adH[1] * m.s[1] + m_adH[2] * m.s[2] + m_adH[3] * m.s[3];
+        xi00 + KvAux::ClenshawSin(m_adH, 4, std::sin(2.0 * xi00), std::cos(2.0 * xi00));
     m_dM0 = m_dBigB * xi0;
   }
 }
-
-const char* CKvTransverseMercatorJHS::GetName() { return m_szName; }
 
 // EPSG Guidance Note 7-2, method 9807, forward.  The auxiliary angles beta,
 // eta0 and xi0 are the Guidance Note's; only their sines, cosines and the
@@ -156,12 +104,11 @@ void CKvTransverseMercatorJHS::Geo2Proj(double lon, double lat, double* x, doubl
     *y = lat;
     return;
   }
-  const double phi = lat * KvConst::kDegToRad;
   const double dLambda = (lon - m_dCentralMeridian) * KvConst::kDegToRad;
-  const double e = m_dE;
-  const double sinPhi = std::sin(phi);
+  double sinPhi, cosPhi;
+  KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
 
-  const double Q = std::asinh(std::tan(phi)) - e * std::atanh(e * sinPhi);
+  const double Q = KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE);
   // beta = atan(sinh Q)
   const double sinBeta = std::tanh(Q);
   const double cosBeta = 1.0 / std::cosh(Q);
@@ -178,15 +125,14 @@ void CKvTransverseMercatorJHS::Geo2Proj(double lon, double lat, double* x, doubl
 
   // xi = xi0 + sum h_k sin(2k xi0) cosh(2k eta0)
   // eta = eta0 + sum h_k cos(2k xi0) sinh(2k eta0)
-  const SMultiple t = Multiples(2.0 * sinXi0 * cosXi0, (cosXi0 - sinXi0) * (cosXi0 + sinXi0));
+  // The double angles come from the half angles without further calls:
+  // sinh(2 eta0) = 2 w cosh^2(eta0), cosh(2 eta0) = (1 + w^2) cosh^2(eta0).
   const double coshSq = coshEta0 * coshEta0;
-  const SMultiple h = Multiples(2.0 * w * coshSq, (1.0 + w * w) * coshSq);
-  double xi = xi0;
-  double eta = eta0;
-  for (int k = 0; k < 4; ++k) {
-    xi += m_adH[k] * t.s[k] * h.c[k];
-    eta += m_adH[k] * t.c[k] * h.s[k];
-  }
+  double dXi, dEta;
+  KvAux::ClenshawSinComplex(m_adH, 4, 2.0 * sinXi0 * cosXi0, (cosXi0 - sinXi0) * (cosXi0 + sinXi0),
+                            2.0 * w * coshSq, (1.0 + w * w) * coshSq, &dXi, &dEta);
+  const double xi = xi0 + dXi;
+  const double eta = eta0 + dEta;
 
   *x = m_dFalseEasting + m_dK0 * m_dBigB * eta;
   *y = m_dFalseNorthing + m_dK0 * (m_dBigB * xi - m_dM0);
@@ -209,14 +155,11 @@ void CKvTransverseMercatorJHS::Proj2Geo(double x, double y, double* lon, double*
   // eta0' = eta' - sum h'_k cos(2k xi') sinh(2k eta')
   double sinh2EtaP, cosh2EtaP;
   SinhCosh(2.0 * etaP, &sinh2EtaP, &cosh2EtaP);
-  const SMultiple t = Multiples(std::sin(2.0 * xiP), std::cos(2.0 * xiP));
-  const SMultiple h = Multiples(sinh2EtaP, cosh2EtaP);
-  double xi0P = xiP;
-  double eta0P = etaP;
-  for (int k = 0; k < 4; ++k) {
-    xi0P -= m_adHInv[k] * t.s[k] * h.c[k];
-    eta0P -= m_adHInv[k] * t.c[k] * h.s[k];
-  }
+  double dXi, dEta;
+  KvAux::ClenshawSinComplex(m_adHInv, 4, std::sin(2.0 * xiP), std::cos(2.0 * xiP), sinh2EtaP,
+                            cosh2EtaP, &dXi, &dEta);
+  const double xi0P = xiP - dXi;
+  const double eta0P = etaP - dEta;
 
   // beta' = asin(sin(xi0') / cosh(eta0')), so that
   // cos(beta') cosh(eta0') = sqrt(sinh^2(eta0') + cos^2(xi0')) =: r.
@@ -250,51 +193,4 @@ void CKvTransverseMercatorJHS::Proj2Geo(double x, double y, double* lon, double*
   *lon = m_dCentralMeridian + std::atan2(sinhEta0P, cosXi0P) * KvConst::kRadToDeg;
 }
 
-void CKvTransverseMercatorJHS::GetOrigin(double* lon, double* lat) {
-  *lon = m_dCentralMeridian;
-  *lat = m_dOriginLatitude;
-}
-
-double CKvTransverseMercatorJHS::GetConvergence(double lon, double lat) {
-  if (m_bLocal) return 0.0;
-  return CKvTransverseMercator::_Convergence(m_dK0, m_dA, m_dB, m_dCentralMeridian, lon, lat);
-}
-
-double CKvTransverseMercatorJHS::GetScaleFactor(double lon, double lat) {
-  return CKvTransverseMercator::_PointScale(m_dK0, m_dA, m_dB, m_dCentralMeridian, lon, lat);
-}
-
-void CKvTransverseMercatorJHS::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {
-  if (IsLocal()) {
-    *x0 = 0.0;
-    *y0 = 0.0;
-    *x1 = 10000.0;
-    *y1 = 10000.0;
-    return;
-  }
-  _DefaultAreaAroundOrigin(x0, y0, x1, y1);
-}
-
 bool CKvTransverseMercatorJHS::IsLocal() { return m_bLocal; }
-
-bool CKvTransverseMercatorJHS::GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) {
-  if (!(m_dA > 0.0)) return false;
-  ellipsoid.SetParams(m_dA, m_dF == 0.0 ? 0.0 : 1.0 / m_dF);
-  return true;
-}
-
-CKvProjection* CKvTransverseMercatorJHS::Clone() { return new CKvTransverseMercatorJHS(*this); }
-
-void CKvTransverseMercatorJHS::TransferParameters(CKvPRJParser& parser) {
-  CKvTransverseMercatorProjection set;
-  GetMapProjection(set);
-  CKvEngineCatalogue::Transfer(m_szName, set, parser);
-}
-
-bool CKvTransverseMercatorJHS::GetMapProjection(CKvTransverseMercatorProjection& set) {
-  return CKvEngineCatalogue::GetMapProjection(m_szName, set);
-}
-
-bool CKvTransverseMercatorJHS::GetEllipsoid(CKvEllipsoid& ellipsoid) {
-  return CKvEngineCatalogue::GetEllipsoid(m_szName, ellipsoid);
-}

@@ -2,11 +2,8 @@
 
 #include <string>
 
-#include "engines/KvProjection.h"
+#include "engines/KvTransverseMercatorBase.h"
 #include "platform/KvCartExport.h"
-
-class CKvEllipsoid;
-class CKvTransverseMercatorProjection;
 
 // Transverse Mercator (EPSG method 9807) in the formulation of EPSG Guidance
 // Note 7-2 (the "JHS" series: coefficients h1..h4 in the third flattening n
@@ -25,42 +22,24 @@ class CKvTransverseMercatorProjection;
 // origin and Proj2Geo divides by zero; this is not guarded.
 // Convergence, point scale and default area are those of
 // CKvTransverseMercator.
-class KVCART_API CKvTransverseMercatorJHS : public CKvProjection {
+class KVCART_API CKvTransverseMercatorJHS
+    : public CKvTransverseMercatorBase<CKvTransverseMercatorJHS> {
  public:
   explicit CKvTransverseMercatorJHS(CKvTransverseMercatorProjection* set);
   CKvTransverseMercatorJHS(const std::string& name, double scale, double centralMeridian,
                            double originLatitude, double falseEasting, double falseNorthing,
                            const CKvEllipsoid& ellipsoid);
 
-  const char* GetName() override;
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
   void Proj2Geo(double x, double y, double* lon, double* lat) override;
-  void GetOrigin(double* lon, double* lat) override;
-  double GetConvergence(double lon, double lat) override;
-  void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
   bool IsLocal() override;
-  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
-  CKvProjection* Clone() override;
-  void TransferParameters(CKvPRJParser& parser) override;
-
-  bool GetMapProjection(CKvTransverseMercatorProjection& set);
-  bool GetEllipsoid(CKvEllipsoid& ellipsoid);
-  // Point scale factor at (lon, lat) in degrees: the same series as
-  // CKvTransverseMercator::GetScaleFactor, oddities included.
-  double GetScaleFactor(double lon, double lat);
 
  private:
+  CKvTransverseMercatorJHS(const std::string& name, double scale, double centralMeridian,
+                           double originLatitude, double falseEasting, double falseNorthing,
+                           const CKvEllipsoid* ellipsoid);
   void _Coeffs();
 
-  char m_szName[256];
-  double m_dA;
-  double m_dB;
-  double m_dK0;
-  double m_dF;
-  double m_dFalseEasting;
-  double m_dFalseNorthing;
-  double m_dCentralMeridian;  // degrees
-  double m_dOriginLatitude;   // degrees
   double m_dE;
   double m_dN;
   double m_dBigB;

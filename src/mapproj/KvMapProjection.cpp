@@ -154,7 +154,7 @@ CKvProjection* CKvMapProjection::_FindMapProjection(const char* name) {
 const char* CKvMapProjection::IDtoProjectionString(EMapProjectionString id) {
   switch (id) {
     case eNonUtm:
-      return "NON-UTM";
+      return CKvMapProjectionList::LocalName();
     case eLongLat:
       return "LONG/LAT";
     case eGoogleMercator:
@@ -336,7 +336,7 @@ bool CKvMapProjection::IsType(int mask, const char* s) {
   return CKvMapProjData::IsEquivalent(mask, TypeOf(s));
 }
 
-bool CKvMapProjection::IsLocal(const char* s) { return TrimmedEquals(s, "NON-UTM"); }
+bool CKvMapProjection::IsLocal(const char* s) { return CKvMapProjectionList::IsLocalName(s); }
 
 bool CKvMapProjection::IsLongLat(const char* s) { return TrimmedEquals(s, "LONG/LAT"); }
 
@@ -463,11 +463,7 @@ const char* CKvMapProjection::EnumEllipsoids(CKvEllipsoidList::EEllipsoidTypes t
 // The catalogues
 
 CKvEllipsoid* CKvMapProjection::Ellipsoid(const char* name) {
-  CKvMapProjData* record = Catalogue().GetMapProjection(name);
-  if (!record) return nullptr;
-  const std::string id = record->GetEllipsoidID();
-  if (id.empty()) return nullptr;
-  return Ellipsoids().GetEllipsoid(id);
+  return CKvCartSetup::Instance().Ellipsoid(name);
 }
 
 CKvEllipsoid* CKvMapProjection::EllipsoidFromID(const char* id) {
@@ -479,8 +475,7 @@ CKvEllipsoid* CKvMapProjection::EllipsoidFromName(const char* name) {
 }
 
 CKvMapProjData* CKvMapProjection::MapProjection(const char* name) {
-  CKvCartSetup::Instance().SetMapProjectionListModified();
-  return Catalogue().GetMapProjection(name);
+  return CKvCartSetup::Instance().MapProjection(name);
 }
 
 void CKvMapProjection::AddMapProjection(CKvMapProjData* record) {

@@ -8,18 +8,10 @@
 #include <memory>
 #include <string>
 
-#include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvMapProjectionList.h"
 #include "catalogue/KvParameterSetFactory.h"
-#include "engines/KvGeographical.h"
-#include "engines/KvLambert1SP.h"
-#include "engines/KvLambert2SP.h"
-#include "engines/KvMercator1SP.h"
-#include "engines/KvMercator2SP.h"
-#include "engines/KvNewZealandMapGrid.h"
+#include "engines/KvEngineTable.h"
 #include "engines/KvProjection.h"
-#include "engines/KvRotatedLongitudeLatitude.h"
-#include "engines/KvTransverseMercatorJHS.h"
-#include "mapproj/KvMapProjection.h"
 #include "platform/KvCLocale.h"
 #include "platform/KvConstants.h"
 
@@ -291,7 +283,7 @@ CString CKvPRJParser::ShortName(const CString& text) {
     CString name = GetName(text, keyword);
     if (!name.IsEmpty()) return name;
   }
-  if (CKvMapProjection::IsLocal(text.GetString())) return CString("Local Coordinates");
+  if (CKvMapProjectionList::IsLocalName(text.GetString())) return CString("Local Coordinates");
   return text;
 }
 
@@ -516,50 +508,8 @@ void CKvPRJParser::_ReadParameters(const CString& tail) {
 // Building
 
 CKvProjection* CKvPRJParser::CreateMapProjection() const {
-  const EProjectionType t = m_eProjectionType;
-  if (t == D::eUndefined) return nullptr;
-
-  const CKvEllipsoid ellipsoid(m_strEllipsoid.GetString(), "", m_dMajor, m_dInvFlattening);
-  const std::string name = m_strProjCSName.GetString();
-  // WKT angles to degrees, and lengths to metres.  The prime meridian is
-  // added to the central longitude as it stands, assuming it is in degrees.
-  auto deg = [&](double v) { return v * m_dAngularUnit * KvConst::kRadToDeg; };
-  auto metres = [&](double v) { return v * m_dProjUnit; };
-  const double fe = metres(m_dFalseEasting), fn = metres(m_dFalseNorthing);
-  const double cm = deg(m_dCentralMeridian) + m_dPrimeMeridian;
-  const double lo = deg(m_dLatitudeOfOrigin);
-
-  // The engines that derive a number from their parameters are asked for it
-  // once, as every caller that builds them from values does.
-  auto derived = [](CKvProjection* engine) {
-    double scratch = 0.0;
-    engine->GetDerivedParameters(&scratch);
-    return engine;
-  };
-  switch (t) {
-    case D::eTransverseMercator:
-    case D::eNonProjected:  // deliberately the same engine
-      return new CKvTransverseMercatorJHS(name, m_dScaleFactor, cm, lo, fe, fn, ellipsoid);
-    case D::eLambert2SP:
-      return new CKvLambert2SP(name, deg(m_dStandardParallel1), deg(m_dStandardParallel2), cm, lo,
-                               fe, fn, ellipsoid);
-    case D::eLambert1SP:
-      return new CKvLambert1SP(name, m_dScaleFactor, cm, lo, fe, fn, ellipsoid);
-    case D::eNewZealandMapGrid:
-      return new CKvNewZealandMapGrid(name, cm, lo, fe, fn, ellipsoid);
-    case D::eRotatedLongitudeLatitude:
-      return new CKvRotatedLongitudeLatitude(name, deg(m_dLongitudeOfSouthPole),
-                                             deg(m_dLatitudeOfSouthPole), deg(m_dAngleOfRotation),
-                                             ellipsoid);
-    case D::eMercator2SP:
-      return derived(new CKvMercator2SP(name, deg(m_dStandardParallel1), cm, fe, fn, ellipsoid));
-    case D::eMercator1SP:
-      return derived(new CKvMercator1SP(name, m_dScaleFactor, cm, fe, fn, ellipsoid));
-    case D::eGeographical:
-      return new CKvGeographical(name, m_dPrimeMeridian, ellipsoid);
-    default:
-      return nullptr;  // no engine for this method yet
-  }
+  if (m_eProjectionType == D::eUndefined) return nullptr;
+  return CKvEngineTable::Create(*this);
 }
 
 CKvMapProjData* CKvPRJParser::_CreateProjData() const {
