@@ -11,9 +11,13 @@
 // k0.
 //
 // Formulas: IOGP Publication 373-7-2 (EPSG Guidance Note 7-2), section
-// "Lambert Conic Conformal (1SP)".  Exact on the ellipsoid; the reverse
-// iterates the latitude from the isometric function t' to 1e-12 rad (at most
-// 100 steps, usually five or six).
+// "Lambert Conic Conformal (1SP)"; the reverse iterates the latitude from
+// the conformal function t' to 1e-12 rad (at most 100 steps, usually five
+// or six).
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against the same
+// formulas evaluated with mpmath at 40 digits (WGS 84, origin 35 S, 20
+// degrees either side, 5 to 85 S): forward within 4 nanometres, reverse
+// within 2e-13 degrees.
 // Domain: every latitude but the pole opposite the apex, which lies at
 // infinity; t is clamped at 0, so the apex pole maps to (FE, r0 + FN).
 // Southern cones (n < 0) invert through negated atan2 arguments and radius.

@@ -11,9 +11,12 @@
 // coordinates are reckoned from a false origin (lambdaF, phiF).
 //
 // Formulas: IOGP Publication 373-7-2 (EPSG Guidance Note 7-2), section
-// "Lambert Conic Conformal (2SP)".  Exact on the ellipsoid; the reverse
-// iterates the latitude to 1e-12 rad (at most 100 steps, usually five or
-// six).  Equal parallels give the tangent cone n = sin phi1, the same
+// "Lambert Conic Conformal (2SP)"; the reverse iterates the latitude to
+// 1e-12 rad (at most 100 steps, usually five or six).
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against the same
+// formulas evaluated with mpmath at 40 digits (WGS 84, parallels 45 and 55,
+// 10 W to 30 E, 20 to 85 N): forward within 3 nanometres, reverse within
+// 2e-13 degrees.  Equal parallels give the tangent cone n = sin phi1, the same
 // projection as CKvLambert1SP with k0 = 1.
 // Domain: every latitude but the pole opposite the apex; t is clamped at 0,
 // so the apex pole maps to (FE, rF + FN).  Southern cones (n < 0) invert

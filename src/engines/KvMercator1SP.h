@@ -10,10 +10,13 @@
 // 9804).
 //
 // Formulas: IOGP Publication 373-7-2 (EPSG Guidance Note 7-2), section
-// "Mercator (variant A)".  The forward is exact; the reverse takes the
-// conformal latitude chi from the northing in closed form and returns to the
-// geodetic latitude by the Guidance Note's four-term series in e^2 (terms to
-// e^8), good to about 1e-10 degrees (0.01 mm) on terrestrial ellipsoids.
+// "Mercator (variant A)".  The reverse takes the conformal latitude chi from
+// the northing in closed form and returns to the geodetic latitude by the
+// Guidance Note's four-term series in e^2 (terms to e^8).
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against the
+// exact projection evaluated with mpmath at 40 digits (WGS 84, 85 S to
+// 85 N): forward within 2 nanometres; reverse within 1.1e-10 degrees
+// (0.012 mm), the truncation of the series, largest at high latitudes.
 // Domain: |lat| < 90.  The poles lie at infinity and are not clamped:
 // latitude 90 gives an infinite northing, -90 a negatively infinite one.
 // Longitudes are not reduced to +-180 degrees around the central meridian.

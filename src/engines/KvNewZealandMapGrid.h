@@ -15,10 +15,14 @@
 // Reilly 1973); coefficients in CKvNewZealandMapGridConstants.  The series
 // are fixed, so the method is exact only on the ellipsoid they were made for:
 // results scale with the semi-major axis a, and the eccentricity of the
-// ellipsoid is stored but never used.  Within New Zealand the forward series
-// and their inverse agree to about 0.1 mm (the D series only approximates
-// the inverse of the A series); the inverse refines the first estimate by
-// Newton's method to 1e-12 (at most 100 steps, usually 2 or 3).
+// ellipsoid is stored but never used.  The inverse refines the first
+// estimate by Newton's method to 1e-12 (at most 100 steps, usually 2 or 3).
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against the
+// defining polynomials evaluated with mpmath at 40 digits (166 to 179 E,
+// 47.5 to 34 S): forward within 1 nanometre, reverse within 1e-14 degrees.
+// The method itself is not exactly invertible, as the D series only
+// approximates the inverse of the A series: a forward, reverse and forward
+// again moves a point by about 0.1 mm at 47.5 S (NewZealandMapGridTest).
 // Domain: nothing limits it, but away from New Zealand the series diverge;
 // there the inverse may stop at its step limit and return the last estimate.
 // Origin angles are kept in degrees, as the series take them.

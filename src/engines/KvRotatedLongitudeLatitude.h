@@ -23,16 +23,20 @@
 // Formulas: geocentric coordinates as in EPSG Guidance Note 7-2 (method
 // 9602); their inverse after B. R. Bowring, "Transformation from spatial to
 // geographical coordinates", Survey Review 23 (1976), in the closed form
-// with (1 - f) + e^2 a / r in the auxiliary angle, good to about 1e-11
-// degree within tens of kilometres of the ellipsoid.  It is evaluated in its
+// with (1 - f) + e^2 a / r in the auxiliary angle.  It is evaluated in its
 // atan2 form, which gives the same angles and stays right on the polar axis.
 //
-// Accuracy: the rotated point lies up to some 21 km (about a - b) off the
-// ellipsoid and the inverse does not restore that height, so on an ellipsoid
-// a forward and inverse round trip moves a point by up to about 7e-4 degree
-// (70 m) for a pole far from either geographic pole.  On a sphere the two are
-// exact inverses to about 1e-13 degree.  This is deliberate: the grid is
-// defined by this rotation, not by a rotation of the sphere.
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against the
+// rotation built geometrically and read back by iterating the latitude
+// (mpmath, 40 digits; pole 10 E 40 S, angle 15, the whole globe to 85
+// degrees): within 1.4e-11 degrees both ways on WGS 84 (Bowring's closed
+// form), 1.3e-13 degrees on a sphere.  The rotated point lies up to some 21
+// km (about a - b) off the ellipsoid and the inverse does not restore that
+// height, so on an ellipsoid a forward and inverse round trip moves a point
+// by up to about 4e-4 degree (40 m) for a pole far from either geographic
+// pole (RotatedLongitudeLatitudeTest); on a sphere the two are exact
+// inverses.  This is deliberate: the grid is defined by this rotation, not
+// by a rotation of the sphere.
 //
 // Kept on purpose: the grid longitude is x = lon' - alpha with no wrapping
 // into -180..180 (Proj2Geo adds alpha back before rotating), and GetOrigin

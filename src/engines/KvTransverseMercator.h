@@ -12,8 +12,12 @@
 //
 // Formulas: K. Engsager and K. Poder, "A highly accurate world wide algorithm
 // for the transverse Mercator mapping (almost)", 2007; coefficients after
-// Krueger (1912).  Accurate to well under a millimetre within 3900 km of the
-// central meridian.
+// Krueger (1912).
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against
+// Krueger's series to n^6 with the exact conformal latitude (mpmath, 40
+// digits) on WGS 84, latitudes 0 to 84: forward within 0.7 micrometres up to
+// 10 degrees from the central meridian and 12 micrometres from 11 to 40
+// degrees; reverse within 2.3e-11 degrees (2.5 micrometres) throughout.
 // Domain: latitudes beyond +-90 continue over the pole (91 maps to 20000000
 // m minus the northing 91 would otherwise have, near that of 89, and maps
 // back to about 89); the southern hemisphere is the exact mirror image of

@@ -10,9 +10,13 @@
 // and the meridian arc M0 of the origin).  This is the engine that catalogue
 // records and WKT strings of the method build.
 //
-// Formulas: IOGP Publication 373-7-2, section "Transverse Mercator"; accurate
-// to about a millimetre within 4 degrees of the central meridian and usable
-// to about 40 degrees.  The auxiliary angles are evaluated through identities
+// Formulas: IOGP Publication 373-7-2, section "Transverse Mercator".
+// Accuracy, as measured by tools/measure_engine_accuracy.sh against
+// Krueger's series to n^6 with the exact conformal latitude (mpmath, 40
+// digits) on WGS 84, latitudes 0 to 84: forward within 0.2 micrometres up to
+// 4 degrees from the central meridian, 0.25 micrometres up to 10 degrees and
+// 12 micrometres from 11 to 40 degrees; reverse within 5e-13 degrees up to
+// 10 degrees and 1.1e-11 degrees to 40 degrees.  The auxiliary angles are evaluated through identities
 // equivalent to the published lines (see the .cpp), and the reverse solves
 // for the isometric latitude by Newton's method instead of direct iteration.
 // Domain: |lon - central meridian| < 90 degrees, |lat| <= 90; no

@@ -26,7 +26,8 @@ const CKvEllipsoid kWgs84("WGS 84", "WE", 6378137, 298.257223563);
 const CKvMercator1SP kNeiez("NEIEZ test", 0.997, 110, 3900000, 900000, kBessel1841);
 const CKvMercator2SP kCaspian("Caspian test", 42, 51, 0, 0, kKrassovsky);
 
-TEST(Mercator, ReproducesGuidanceNoteExamplesAndRoundTripsToThePolarRegions) {
+// The Guidance Note's examples are in tests/data/engines/mercator.cases.
+TEST(Mercator, DerivesTheScaleAndRoundTripsToThePolarRegions) {
   CKvMercator1SP neiez = kNeiez;
   CKvMercator2SP caspian = kCaspian;
   CKvMercator2SP southern("South test", -42, 51, 0, 0, kKrassovsky);  // mirrors the example
@@ -36,31 +37,20 @@ TEST(Mercator, ReproducesGuidanceNoteExamplesAndRoundTripsToThePolarRegions) {
   //   gives 0.744260894171508159014328824641 (EPSG: k0 = 0.744260894).
   struct {
     CKvProjection* engine;
-    double lon, lat, x, y, k0;
+    double lon, lat, k0;
   } const cases[] = {
-      {&neiez, 120, -3, 5009726.58, 569150.82, 0},                   // E 5009726.58, N 569150.82
-      {&caspian, 53, 53, 165704.29, 5171848.07, 0.744260894171508},  // E 165704.29, N 5171848.07
-      {&southern, 53, -53, 165704.29, -5171848.07, 0.744260894171508},
+      {&neiez, 120, -3, 0},
+      {&caspian, 53, 53, 0.744260894171508},
+      {&southern, 53, -53, 0.744260894171508},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.engine->GetName());
-    double x, y, lon, lat, x2, y2, k1 = 1, k2 = 2;
-    c.engine->Geo2Proj(c.lon, c.lat, &x, &y);
-    EXPECT_NEAR(x, c.x, 0.01);
-    EXPECT_NEAR(y, c.y, 0.01);
-    // The published, rounded coordinates invert to within 1e-7 degrees: invproj -f %.10f
-    // +proj=merc +lon_0=110 +k_0=0.997 +x_0=3900000 +y_0=900000 +a=6377397.155 +rf=299.1528128
-    // gives 119.9999999705 -2.9999999874; +proj=merc +lat_ts=42 +lon_0=51 +a=6378245 +rf=298.3
-    // gives 52.9999999600 52.9999999789.
-    c.engine->Proj2Geo(c.x, c.y, &lon, &lat);
-    EXPECT_NEAR(lon, c.lon, 1e-7);
-    EXPECT_NEAR(lat, c.lat, 1e-7);
+    double x, y, lon, lat, k1 = 1, k2 = 2;
     std::unique_ptr<CKvProjection> copy(c.engine->Clone());
-    copy->Geo2Proj(c.lon, c.lat, &x2, &y2);
     c.engine->GetDerivedParameters(&k1);
     copy->GetDerivedParameters(&k2);
     EXPECT_NEAR(k1, c.k0, 1e-15);
-    EXPECT_TRUE(x2 == x && y2 == y && k2 == k1);
+    EXPECT_EQ(k2, k1);
     // Round trips at the example and up to the polar regions; meridians run along grid north.
     std::vector<std::pair<double, double>> points = {{c.lon, c.lat}};
     for (double t = -85; t <= 85; t += 2.5) points.push_back({30 + t, t});
