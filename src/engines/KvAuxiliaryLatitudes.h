@@ -22,26 +22,33 @@ namespace KvAux {
 // sin and cos of `degrees`, exact where the angle is a multiple of 90
 // degrees: cos 90 is 0, not 6.1e-17, so a pole given as 90 is the pole.
 // The reduction to [-45, 45] degrees is exact (Sterbenz), so the result is
-// also as accurate as the library's sin and cos of the remainder.
+// also as accurate as the library's sin and cos of the remainder.  The
+// quadrant is rounded through an integer, which costs no library call;
+// angles beyond 1e15 degrees, infinities and NaN give NaN.
 inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
-  const double q = std::nearbyint(degrees / 90.0);
-  const double r = (degrees - 90.0 * q) * KvConst::kDegToRad;
+  if (!(std::fabs(degrees) < 1e15)) {
+    *sinOut = *cosOut = KvConst::kNaN;
+    return;
+  }
+  const long long q = static_cast<long long>(degrees * (1.0 / 90.0) + (degrees < 0 ? -0.5 : 0.5));
+  const double r = (degrees - 90.0 * static_cast<double>(q)) * KvConst::kDegToRad;
   const double s = std::sin(r), c = std::cos(r);
-  // q mod 4 without overflow for any finite q; NaN and infinity fall
-  // through to the first case and stay NaN.
-  const double quarter = q - 4.0 * std::floor(q * 0.25);
-  if (quarter == 1.0) {
-    *sinOut = c;
-    *cosOut = -s;
-  } else if (quarter == 2.0) {
-    *sinOut = -s;
-    *cosOut = -c;
-  } else if (quarter == 3.0) {
-    *sinOut = -c;
-    *cosOut = s;
-  } else {
-    *sinOut = s;
-    *cosOut = c;
+  switch (q & 3) {
+    case 1:
+      *sinOut = c;
+      *cosOut = -s;
+      break;
+    case 2:
+      *sinOut = -s;
+      *cosOut = -c;
+      break;
+    case 3:
+      *sinOut = -c;
+      *cosOut = s;
+      break;
+    default:
+      *sinOut = s;
+      *cosOut = c;
   }
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
