@@ -53,22 +53,35 @@ inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
 
-// tan(pi/4 - phi/2), written as cos phi / (1 + sin phi) on the northern and
-// (1 - sin phi) / cos phi on the southern half: the same value, without the
-// cancellation of the difference of angles near the north pole or of
-// 1 + sin phi near the south pole.  0 at the north pole, +infinity at the
-// south pole; negative beyond the north pole (cos phi < 0).
-inline double HalfColatitudeTan(double sinPhi, double cosPhi) {
-  return sinPhi >= 0.0 ? cosPhi / (1.0 + sinPhi) : (1.0 - sinPhi) / cosPhi;
+// tan(pi/4 - phi/2) of a latitude in degrees, formed from the angle in
+// degrees: 45 - lat/2 on the northern half, where the difference is exact
+// near the pole, and the reciprocal of tan(45 + lat/2) on the southern half
+// for the same reason at the south pole.  So it keeps its relative accuracy
+// where tan(pi/4 - phi/2) in radians loses eight digits within 1e-6 degree
+// of the north pole.  0 at the north pole, +infinity at the south pole,
+// negative beyond the north pole.
+inline double HalfColatitudeTan(double latDegrees) {
+  if (latDegrees >= 0.0) return std::tan((45.0 - 0.5 * latDegrees) * KvConst::kDegToRad);
+  return 1.0 / std::tan((45.0 + 0.5 * latDegrees) * KvConst::kDegToRad);
 }
 
-// Guidance Note 7-2's conformal function
+// Guidance Note 7-2's conformal function of a latitude in degrees,
 //   t = tan(pi/4 - phi/2) / ((1 - e sin phi) / (1 + e sin phi))^(e/2),
 // the exponential of minus the isometric latitude.
-inline double ConformalT(double sinPhi, double cosPhi, double e) {
-  const double eSinPhi = e * sinPhi;
-  return HalfColatitudeTan(sinPhi, cosPhi) *
-         std::pow((1.0 - eSinPhi) / (1.0 + eSinPhi), -0.5 * e);
+inline double ConformalT(double latDegrees, double e) {
+  const double eSinPhi = e * std::sin(latDegrees * KvConst::kDegToRad);
+  return HalfColatitudeTan(latDegrees) * std::pow((1.0 - eSinPhi) / (1.0 + eSinPhi), -0.5 * e);
+}
+
+// t^n for the cones: exp(n (ln tan(pi/4 - phi/2) + e atanh(e sin phi))),
+// one exponential and two logarithms where t and its power would take two
+// powers.  At and beyond the north pole, where tan(pi/4 - phi/2) <= 0, t
+// counts as 0 (so t^n is 0 for n > 0 and infinite for n < 0).
+inline double ConformalTPower(double latDegrees, double e, double n) {
+  const double h = HalfColatitudeTan(latDegrees);
+  if (!(h > 0.0)) return h <= 0.0 ? std::pow(0.0, n) : h;  // NaN stays NaN
+  return std::exp(
+      n * (std::log(h) + e * std::atanh(e * std::sin(latDegrees * KvConst::kDegToRad))));
 }
 
 // The latitude of conformal function value t >= 0 (Guidance Note 7-2, the
@@ -118,10 +131,11 @@ inline double AuthalicQ(double sinPhi, double e) {
 // Clenshaw's sum of c[k] sin(2(k + 1) x), k = 0 .. count - 1, from sin 2x
 // and cos 2x.
 inline double ClenshawSin(const double* c, int count, double sin2x, double cos2x) {
+  if (count <= 0) return 0.0;
   const double t = 2.0 * cos2x;
-  double h1 = 0.0;
+  double h1 = c[count - 1];  // the first step of the recurrence, from h = 0
   double h2 = 0.0;
-  for (int k = count - 1; k >= 0; --k) {
+  for (int k = count - 2; k >= 0; --k) {
     const double h0 = t * h1 - h2 + c[k];
     h2 = h1;
     h1 = h0;
@@ -134,11 +148,16 @@ inline double ClenshawSin(const double* c, int count, double sin2x, double cos2x
 // imaginary part sum c cos(2ku) sinh(2kv).
 inline void ClenshawSinComplex(const double* c, int count, double sin2u, double cos2u,
                                double sinh2v, double cosh2v, double* real, double* imag) {
+  if (count <= 0) {
+    *real = *imag = 0.0;
+    return;
+  }
   // 2 cos(2(u + jv)) = r + j i, with j the imaginary unit
   const double r = 2.0 * cos2u * cosh2v;
   const double i = -2.0 * sin2u * sinh2v;
-  double hr1 = 0.0, hi1 = 0.0, hr2 = 0.0, hi2 = 0.0;
-  for (int k = count - 1; k >= 0; --k) {
+  // the first step of the recurrence, from h = 0
+  double hr1 = c[count - 1], hi1 = 0.0, hr2 = 0.0, hi2 = 0.0;
+  for (int k = count - 2; k >= 0; --k) {
     const double hr0 = r * hr1 - i * hi1 - hr2 + c[k];
     const double hi0 = i * hr1 + r * hi1 - hi2;
     hr2 = hr1;

@@ -33,7 +33,10 @@
 //  4. Shared latitude functions and series are in KvAuxiliaryLatitudes.h.
 //  5. Test cases go into a data file of tests/data/engines (the format is
 //     described in tests/engines/EngineCasesTest.cpp), not into a test
-//     loop; the layout test pins the engine's size.
+//     loop; the layout test (EngineLayoutTest.cpp) pins the engine's size.
+//  6. The accuracy the header states is measured: add the method's
+//     independent reference to tools/engine_references.py and run
+//     tools/measure_engine_accuracy.sh.
 //
 // Without an ellipsoid.  An engine built from a set whose ellipsoid
 // identifier is empty or not in the catalogue has only its name: every

@@ -33,7 +33,7 @@ CKvLambert1SP::CKvLambert1SP(const std::string& name, double scale, double origi
   double sinPhi0, cosPhi0;
   KvAux::SinCosDeg(originLatitude, &sinPhi0, &cosPhi0);
   const double m0 = KvAux::ParallelRadius(sinPhi0, cosPhi0, m_dE2);
-  double t0 = KvAux::ConformalT(sinPhi0, cosPhi0, m_dE);
+  double t0 = KvAux::ConformalT(originLatitude, m_dE);
   if (t0 <= 0.0) t0 = 0.0;  // the north pole, or beyond it
   const double n = std::sin(m_dPhi0);
   // An origin on the equator (n = 0) has no cone, one at a pole (t0 = 0) a
@@ -60,11 +60,8 @@ void CKvLambert1SP::_Forward(double a, double e, double k0, double n, double F, 
     *y = KvConst::kNaN;
     return;
   }
-  double sinPhi, cosPhi;
-  KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
-  double t = KvAux::ConformalT(sinPhi, cosPhi, e);
-  if (t <= 0.0) t = 0.0;  // the pole, or beyond it: the apex
-  const double r = F * a * k0 * std::pow(t, n);
+  // t^n, with t clamped to 0 at the pole and beyond it: the apex.
+  const double r = F * a * k0 * KvAux::ConformalTPower(lat, e, n);
   const double theta = n * (lon * KvConst::kDegToRad - lambda0);
   *x = r * std::sin(theta) + FE;
   *y = (r0 + FN) - r * std::cos(theta);

@@ -40,15 +40,14 @@ CKvLambert2SP::CKvLambert2SP(const std::string& name, double parallel1, double p
   m_dFalseNorthing = falseNorthing;
 
   const double a = m_dA, e = m_dE, e2 = m_dE2;
-  double sin1, cos1, sin2, cos2, sinF, cosF;
+  double sin1, cos1, sin2, cos2;
   KvAux::SinCosDeg(parallel1, &sin1, &cos1);
   KvAux::SinCosDeg(parallel2, &sin2, &cos2);
-  KvAux::SinCosDeg(originLatitude, &sinF, &cosF);
   const double m1 = KvAux::ParallelRadius(sin1, cos1, e2);
   const double m2 = KvAux::ParallelRadius(sin2, cos2, e2);
-  const double t1 = KvAux::ConformalT(sin1, cos1, e);
-  const double t2 = KvAux::ConformalT(sin2, cos2, e);
-  double tF = KvAux::ConformalT(sinF, cosF, e);
+  const double t1 = KvAux::ConformalT(parallel1, e);
+  const double t2 = KvAux::ConformalT(parallel2, e);
+  double tF = KvAux::ConformalT(originLatitude, e);
   if (tF <= 0.0) tF = 0.0;
 
   // Parallels too close for the logarithms to tell apart are the tangent

@@ -33,10 +33,8 @@ CKvMercator1SP::CKvMercator1SP(const std::string& name, double scale, double ori
 // phi))^(e/2)), which is -a k0 ln t.
 void CKvMercator1SP::_Forward(double a, double e, double k0, double lambda0, double FE, double FN,
                               double lon, double lat, double* x, double* y) {
-  double sinPhi, cosPhi;
-  KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
   *x = (lon * KvConst::kDegToRad - lambda0) * k0 * a + FE;
-  *y = -std::log(KvAux::ConformalT(sinPhi, cosPhi, e)) * a * k0 + FN;
+  *y = -std::log(KvAux::ConformalT(lat, e)) * a * k0 + FN;
 }
 
 // EPSG Guidance Note 7-2, Mercator reverse: t and the conformal latitude chi

@@ -54,26 +54,35 @@ TEST(AuxiliaryLatitudes, ConformalTKeepsItsRelativeAccuracyUpToThePoles) {
       {0, 1},                                             // [M]
   };
   for (const auto& c : cases) {
-    double s, co;
-    SinCosOf(c[0], &s, &co);
-    // tan(pi/4 - phi/2) itself would lose eight digits at 89.999999.
-    EXPECT_NEAR(KvAux::ConformalT(s, co, kE) / c[1], 1.0, 4e-15) << c[0];
+    // tan(pi/4 - phi/2) in radians would lose eight digits at 89.999999.
+    EXPECT_NEAR(KvAux::ConformalT(c[0], kE) / c[1], 1.0, 4e-15) << c[0];
   }
-  double s, co;
-  SinCosOf(90, &s, &co);
-  EXPECT_EQ(KvAux::ConformalT(s, co, kE), 0.0);
-  SinCosOf(-90, &s, &co);
-  EXPECT_EQ(KvAux::ConformalT(s, co, kE), std::numeric_limits<double>::infinity());
-  // Beyond the north pole the cosine, and with it t, turns negative.
-  SinCosOf(90.5, &s, &co);
-  EXPECT_LT(KvAux::ConformalT(s, co, kE), 0.0);
+  EXPECT_EQ(KvAux::ConformalT(90, kE), 0.0);
+  EXPECT_EQ(KvAux::ConformalT(-90, kE), std::numeric_limits<double>::infinity());
+  // Beyond the north pole t turns negative.
+  EXPECT_LT(KvAux::ConformalT(90.5, kE), 0.0);
+  // Near the south pole the reciprocal keeps the relative accuracy too:
+  // t(-lat) = 1 / t(lat).
+  EXPECT_NEAR(KvAux::ConformalT(-89.999999, kE) * 8.78539346909504191807706172726e-9, 1.0, 4e-15);
+}
+
+TEST(AuxiliaryLatitudes, ConformalTPowerIsTheConesPowerOfT) {
+  for (double n : {0.7, -0.42}) {
+    for (double d : {-89.5, -30.0, 0.0, 45.0, 89.999999}) {
+      const double expected = std::pow(KvAux::ConformalT(d, kE), n);
+      EXPECT_NEAR(KvAux::ConformalTPower(d, kE, n) / expected, 1.0, 2e-15) << n << " " << d;
+    }
+    // At and beyond the north pole t counts as 0; the south pole is t = infinity.
+    EXPECT_EQ(KvAux::ConformalTPower(90, kE, n), n > 0 ? 0.0 : INFINITY) << n;
+    EXPECT_EQ(KvAux::ConformalTPower(90.5, kE, n), n > 0 ? 0.0 : INFINITY) << n;
+    EXPECT_EQ(KvAux::ConformalTPower(-90, kE, n), n > 0 ? INFINITY : 0.0) << n;
+  }
+  EXPECT_TRUE(std::isnan(KvAux::ConformalTPower(NAN, kE, 0.5)));
 }
 
 TEST(AuxiliaryLatitudes, LatitudeFromConformalTInvertsIt) {
   for (double d : {-89.9, -60.0, -1e-9, 0.0, 17.5, 45.0, 80.0, 89.999999}) {
-    double s, co;
-    SinCosOf(d, &s, &co);
-    const double t = KvAux::ConformalT(s, co, kE);
+    const double t = KvAux::ConformalT(d, kE);
     EXPECT_NEAR(KvAux::LatitudeFromConformalT(t, kE) * KvConst::kRadToDeg, d, 1e-12) << d;
   }
   EXPECT_EQ(KvAux::LatitudeFromConformalT(0.0, kE), KvConst::kHalfPi);
@@ -85,7 +94,7 @@ TEST(AuxiliaryLatitudes, IsometricLatitudeIsMinusTheLogarithmOfT) {
   SinCosOf(60, &s, &co);
   const double psi = 1.31115066178427172812812807952;  // [M] asinh(tan p) - e atanh(e sin p)
   EXPECT_NEAR(KvAux::IsometricLatitude(s, co, kE), psi, 1e-15);
-  EXPECT_NEAR(-std::log(KvAux::ConformalT(s, co, kE)), psi, 1e-15);
+  EXPECT_NEAR(-std::log(KvAux::ConformalT(60, kE)), psi, 1e-15);
   SinCosOf(90, &s, &co);
   EXPECT_EQ(KvAux::IsometricLatitude(s, co, kE), std::numeric_limits<double>::infinity());
 }
