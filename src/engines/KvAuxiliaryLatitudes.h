@@ -7,8 +7,10 @@
 // Sources: IOGP Publication 373-7-2 (EPSG Guidance Note 7-2) for t, m, q
 // and the isometric latitude; J. P. Snyder, "Map Projections: A Working
 // Manual" (USGS PP 1395, 1987), eqs. 3-1, 3-12, 15-9 and 3-21, 3-26 for
-// the authalic q and the meridian arc; C. W. Clenshaw (1955) for the
-// summation of sine series.
+// the authalic q and the meridian arc; C. F. F. Karney, "On auxiliary
+// latitudes" (Survey Review, 2023; arXiv:2212.05818), appendix A, for the
+// geodetic latitude as a series of the conformal one; C. W. Clenshaw
+// (1955) for the summation of sine series.
 //
 // Functions that take sin phi and cos phi rather than phi let an engine
 // form them once per point, and exactly at the poles with SinCosDeg.
@@ -109,6 +111,36 @@ inline double LatitudeFromConformalT(double t, double e) {
 // is -ln t; +-infinity at the poles.
 inline double IsometricLatitude(double sinPhi, double cosPhi, double e) {
   return std::asinh(sinPhi / cosPhi) - e * std::atanh(e * sinPhi);
+}
+
+// sin chi and cos chi of the angle chi = gd psi whose isometric latitude is
+// psi (sin chi = tanh psi, cos chi = sech psi), from one exponential v =
+// exp(-|psi|): sin chi = (1 - v^2) / (1 + v^2), cos chi = 2v / (1 + v^2).
+// Near the equator 1 - v^2 is formed as -w (2 + w) from w = v - 1 =
+// expm1(-|psi|), so both keep their relative accuracy everywhere; psi =
+// +-inf gives the poles exactly.
+inline void SinCosOfIsometric(double psi, double* sinOut, double* cosOut) {
+  const double a = std::fabs(psi);
+  double v, oneMinusV2;
+  if (a < 0.35) {
+    const double w = std::expm1(-a);
+    v = 1.0 + w;
+    oneMinusV2 = -w * (2.0 + w);
+  } else {
+    v = std::exp(-a);
+    oneMinusV2 = 1.0 - v * v;
+  }
+  const double d = 1.0 + v * v;
+  *sinOut = std::copysign(oneMinusV2 / d, psi);
+  *cosOut = 2.0 * v / d;
+}
+
+// A longitude difference in radians reduced to [-pi, pi], exactly (the
+// remainder of a division is exact); differences already in range, the
+// usual case, pass untouched.
+inline double ReducedLongitude(double dLambda) {
+  if (std::fabs(dLambda) <= KvConst::kPi) return dLambda;
+  return std::remainder(dLambda, 2.0 * KvConst::kPi);
 }
 
 // m = cos phi / sqrt(1 - e^2 sin^2 phi): the radius of the parallel in
@@ -212,6 +244,35 @@ class CKvMeridianArc {
   double m_dB;
   double m_adD[5];
   double m_adU[5];
+};
+
+// The geodetic latitude phi of a conformal latitude chi, phi = chi + sum
+// c_k sin 2k chi, with Karney's coefficients in the third flattening n to
+// n^6 (summed by Clenshaw).  The neglected n^7 terms amount to 8e-18 rad on
+// WGS 84, so the series is exact in double precision for terrestrial
+// ellipsoids; a sphere (n = 0) gives phi = chi.
+class CKvConformalLatitude {
+ public:
+  explicit CKvConformalLatitude(double f = 0.0) {
+    const double n = f / (2.0 - f);
+    const double n2 = n * n, n3 = n2 * n, n4 = n3 * n, n5 = n4 * n, n6 = n5 * n;
+    m_adC[0] = 2.0 * n - 2.0 / 3.0 * n2 - 2.0 * n3 + 116.0 / 45.0 * n4 + 26.0 / 45.0 * n5 -
+               2854.0 / 675.0 * n6;
+    m_adC[1] = 7.0 / 3.0 * n2 - 8.0 / 5.0 * n3 - 227.0 / 45.0 * n4 + 2704.0 / 315.0 * n5 +
+               2323.0 / 945.0 * n6;
+    m_adC[2] = 56.0 / 15.0 * n3 - 136.0 / 35.0 * n4 - 1262.0 / 105.0 * n5 + 73814.0 / 2835.0 * n6;
+    m_adC[3] = 4279.0 / 630.0 * n4 - 332.0 / 35.0 * n5 - 399572.0 / 14175.0 * n6;
+    m_adC[4] = 4174.0 / 315.0 * n5 - 144838.0 / 6237.0 * n6;
+    m_adC[5] = 601676.0 / 22275.0 * n6;
+  }
+  // phi in radians of the conformal latitude chi, from sin chi and cos chi.
+  double Geodetic(double sinChi, double cosChi) const {
+    const double s = sinChi, c = cosChi;
+    return std::atan2(s, c) + ClenshawSin(m_adC, 6, 2.0 * s * c, (c - s) * (c + s));
+  }
+
+ private:
+  double m_adC[6];
 };
 
 }  // namespace KvAux

@@ -158,3 +158,61 @@ TEST(AuxiliaryLatitudes, ClenshawSumsEqualTheirTermByTermSums) {
 }
 
 }  // namespace
+
+namespace {
+
+// [M]: /usr/bin/python3 -c "from mpmath import *; mp.dps=30; f=1/mpf('298.257223563');
+//   e=sqrt(f*(2-f)); p=mpf(LAT)*pi/180; c=atan(sinh(asinh(tan(p))-e*atanh(e*sin(p))));
+//   print(sin(c), cos(c), p)"
+TEST(AuxiliaryLatitudes, GeodeticLatitudeOfAConformalOneIsExactToTheLastBit) {
+  const KvAux::CKvConformalLatitude conformal(kF);
+  const double cases[][3] = {
+      // sin chi, cos chi, phi (radians), [M] at 45, -71, 89.999999 and 1e-6 degrees
+      {0.704729365632948099426990046029, 0.709476230197025381799104519935,
+       0.78539816339744830961566084582},
+      {-0.944842275792876927000020316964, 0.327525684297486958731809633228,
+       -1.23918376891597399961582044563},
+      {0.99999999999999984563372240689, 1.75707869825520550425002002478e-8,
+       1.5707963093416040992880259224},
+      {1.73364535477357034023427989923e-8, 0.999999999999999849723689193601,
+       1.74532925199432957692369076849e-8},
+      {1, 0, KvConst::kHalfPi},
+      {-1, 0, -KvConst::kHalfPi},
+  };
+  for (const auto& c : cases)
+    EXPECT_NEAR(conformal.Geodetic(c[0], c[1]), c[2], 4e-16 * std::fabs(c[2]) + 1e-30) << c[2];
+  // A sphere: the same angle.
+  EXPECT_EQ(KvAux::CKvConformalLatitude(0).Geodetic(0.6, 0.8), std::atan2(0.6, 0.8));
+}
+
+// [M]: tanh(psi) and sech(psi) at 30 digits.
+TEST(AuxiliaryLatitudes, SineAndCosineOfAnIsometricLatitudeKeepTheirRelativeAccuracy) {
+  const double cases[][3] = {
+      {0.5, 0.462117157260009758502318483644, 0.886818883970073908658897797783},
+      {-3, -0.995054753686730451331880185255, 0.0993279274194332078290124480993},
+      {1e-9, 9.99999999999999999666666666667e-10, 0.9999999999999999995},
+      {40, 1.0, 8.49670851058317799065846956572e-18},
+  };
+  for (const auto& c : cases) {
+    double s, co;
+    KvAux::SinCosOfIsometric(c[0], &s, &co);
+    EXPECT_NEAR(s / c[1], 1.0, 4e-16) << c[0];
+    EXPECT_NEAR(co / c[2], 1.0, 4e-16) << c[0];
+  }
+  double s, co;
+  KvAux::SinCosOfIsometric(-std::numeric_limits<double>::infinity(), &s, &co);
+  EXPECT_EQ(s, -1.0);
+  EXPECT_EQ(co, 0.0);
+}
+
+TEST(AuxiliaryLatitudes, LongitudeDifferencesAreReducedExactly) {
+  const double pi = KvConst::kPi;
+  EXPECT_EQ(KvAux::ReducedLongitude(1.25), 1.25);  // in range: untouched
+  EXPECT_EQ(KvAux::ReducedLongitude(-pi), -pi);
+  EXPECT_EQ(KvAux::ReducedLongitude(2 * pi + 0.5), std::remainder(2 * pi + 0.5, 2 * pi));
+  EXPECT_NEAR(KvAux::ReducedLongitude(3 * pi / 2), -pi / 2, 1e-15);
+  EXPECT_NEAR(KvAux::ReducedLongitude(-7 * pi / 2), pi / 2, 1e-15);
+  EXPECT_TRUE(std::isnan(KvAux::ReducedLongitude(std::numeric_limits<double>::infinity())));
+}
+
+}  // namespace
