@@ -19,6 +19,10 @@
 #include "engines/KvTransverseMercatorJHS.h"
 
 // stereographic family
+#include "engines/KvPolarStereographic.h"
+#include "engines/KvStereographic.h"
+#include "engines/KvStereographicNorthPole.h"
+#include "engines/KvStereographicSouthPole.h"
 
 // oblique Mercator family and Krovak
 
@@ -112,8 +116,12 @@ const SRow kRows[] = {
        return new CKvLambert1SP(v.name, v.scale, v.centralMeridian, v.originLatitude,
                                 v.falseEasting, v.falseNorthing, v.ellipsoid);
      }},
-    // 4 stereographic
-    KV_NO_ENGINE,
+    // 4 oblique stereographic
+    {FromSet<CKvStereographic>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvStereographic(v.name, v.scale, v.centralMeridian, v.originLatitude,
+                                   v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
     // 5 New Zealand map grid
     {FromSet<CKvNewZealandMapGrid>,
      [](const SValues& v) -> CKvProjection* {
@@ -144,10 +152,18 @@ const SRow kRows[] = {
        return new CKvMercator1SP(v.name, v.scale, v.centralMeridian, v.falseEasting,
                                  v.falseNorthing, v.ellipsoid);
      }},
-    // 12 stereographic north pole
-    KV_NO_ENGINE,
-    // 13 stereographic south pole
-    KV_NO_ENGINE,
+    // 12 stereographic north pole, true scale at the first parallel
+    {FromSet<CKvStereographicNorthPole>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvStereographicNorthPole(v.name, v.parallel1, v.centralMeridian,
+                                            v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
+    // 13 stereographic south pole, true scale at the first parallel
+    {FromSet<CKvStereographicSouthPole>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvStereographicSouthPole(v.name, v.parallel1, v.centralMeridian,
+                                            v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
     // 14 geographical
     {FromSet<CKvGeographical>,
      [](const SValues& v) -> CKvProjection* {
@@ -163,8 +179,12 @@ const SRow kRows[] = {
     KV_NO_ENGINE,
     // 19 equidistant conic
     KV_NO_ENGINE,
-    // 20 polar stereographic
-    KV_NO_ENGINE,
+    // 20 polar stereographic, by origin latitude and scale
+    {FromSet<CKvPolarStereographic>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvPolarStereographic(v.name, v.scale, v.centralMeridian, v.originLatitude,
+                                        v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
 };
 
 #undef KV_NO_ENGINE

@@ -47,6 +47,9 @@ constexpr SKvWktParameter kStereographic[] = {
     KV_WKT_PARAM("Central_Meridian", "Longitude_Of_Origin", CentralMeridian, true, M::eNotSet,
                  true),
     kSF, kLO};
+// Variant B exports name only the latitude of true scale: no scale is 1.
+constexpr SKvWktParameter kPolar[] = {
+    kFE, kFN, kCM, KV_WKT_PARAM("Scale_Factor", nullptr, ScaleFactor, false, M::eOne, true), kLO};
 constexpr SKvWktParameter kNewZealand[] = {
     kFE, kFN,
     KV_WKT_PARAM("Longitude_Of_Origin", "Central_Meridian", CentralMeridian, true, M::eNotSet,
@@ -106,7 +109,7 @@ constexpr SKvWktMethod kMethods[] = {
     KV_WKT_METHOD(eLambertAzimuthalEqualArea, kAzimuthal, false),
     KV_WKT_METHOD(eCassiniSoldner, kCassini, false),
     KV_WKT_METHOD(eEquidistantConic, kConic, true),
-    KV_WKT_METHOD(ePolarStereographic, kTransverse, false),
+    KV_WKT_METHOD(ePolarStereographic, kPolar, false),
     // "Non_Projected" keeps the values of a transverse Mercator text.
     KV_WKT_METHOD(eNonProjected, kTransverse, false),
 };
