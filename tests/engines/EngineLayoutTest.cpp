@@ -17,9 +17,13 @@
 #include "engines/KvMercator1SP.h"
 #include "engines/KvMercator2SP.h"
 #include "engines/KvNewZealandMapGrid.h"
+#include "engines/KvPolarStereographic.h"
 #include "engines/KvProjInterface.h"
 #include "engines/KvProjection.h"
 #include "engines/KvRotatedLongitudeLatitude.h"
+#include "engines/KvStereographic.h"
+#include "engines/KvStereographicNorthPole.h"
+#include "engines/KvStereographicSouthPole.h"
 #include "engines/KvTransverseMercator.h"
 #include "engines/KvTransverseMercatorJHS.h"
 
@@ -103,6 +107,9 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
   CKvNewZealandMapGrid nzmg("Layout", 173, -41, 2510000, 6023150, e);
   CKvRotatedLongitudeLatitude rotated("Layout", 10, -40, 5, e);
   CKvGeographical geographical("Layout", 0, e);
+  CKvStereographic stereographic("Layout", 0.9999, 5, 52, 0, 0, e);
+  CKvStereographicNorthPole northPole("Layout", 71, 0, 0, 0, e);
+  CKvStereographicSouthPole southPole("Layout", -71, 0, 0, 0, e);
   struct {
     const char* engine;
     const CKvProjection& object;
@@ -119,6 +126,9 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
       {"CKvNewZealandMapGrid", nzmg, sizeof nzmg, 328},
       {"CKvRotatedLongitudeLatitude", rotated, sizeof rotated, 440},
       {"CKvGeographical", geographical, sizeof geographical, 304},
+      {"CKvStereographic", stereographic, sizeof stereographic, 432},
+      {"CKvStereographicNorthPole", northPole, sizeof northPole, 408},
+      {"CKvStereographicSouthPole", southPole, sizeof southPole, 408},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.engine);
@@ -126,6 +136,20 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
     // The name (char[256]) follows the table pointer, then comes a.
     EXPECT_EQ(OffsetOfValue(c.object, c.size, a), 8 + 256);
   }
+}
+
+// The polar stereographic wrapper holds its name and then the pointer to
+// the engine it owns, which holds the ellipsoid.
+TEST(EngineLayout, PolarStereographicHoldsItsInnerEngineAfterTheName) {
+  const double a = 6378137.0625;
+  const CKvEllipsoid e("Layout", "LY", a, 298.257223563);
+  CKvPolarStereographic polar("Layout", 0.994, 0, 90, 2000000, 2000000, e);
+  EXPECT_EQ(sizeof polar, 8u + 256u + sizeof(void*));
+  EXPECT_EQ(OffsetOfValue(polar, sizeof polar, a), -1);
+  const CKvProjection* inner = nullptr;
+  std::memcpy(&inner, reinterpret_cast<const unsigned char*>(&polar) + 8 + 256, sizeof inner);
+  ASSERT_NE(inner, nullptr);
+  EXPECT_EQ(OffsetOfValue(*inner, sizeof(CKvStereographic), a), 8 + 256);
 }
 
 }  // namespace
