@@ -13,7 +13,11 @@
 #include "catalogue/KvMercator1SPProjection.h"
 #include "catalogue/KvMercator2SPProjection.h"
 #include "catalogue/KvNewZealandMapGridProjection.h"
+#include "catalogue/KvPolarStereographicProjection.h"
 #include "catalogue/KvRotatedLongitudeLatitudeProjection.h"
+#include "catalogue/KvStereographicNorthPoleProjection.h"
+#include "catalogue/KvStereographicProjection.h"
+#include "catalogue/KvStereographicSouthPoleProjection.h"
 #include "engines/KvProjection.h"
 #include "mapproj/KvMapProjection.h"
 
@@ -26,6 +30,7 @@ std::string Geogcs(const char* datum, const char* spheroid, const char* a, const
 }
 
 const std::string kClarke = Geogcs("NAD27", "Clarke 1866", "6378206.4", "294.9786982");
+const std::string kWgs84 = Geogcs("WGS 84", "WGS 84", "6378137", "298.257223563");
 
 // EPSG Guidance Note 7-2 worked examples (IOGP 373-7-2), each given as the
 // .prj text of its system.  The Texas grid is in US survey feet, so the
@@ -77,6 +82,43 @@ const SCase kCases[] = {
          "PARAMETER[\"central_meridian\",173],PARAMETER[\"false_easting\",2510000],"
          "PARAMETER[\"false_northing\",6023150],UNIT[\"metre\",1]]",
      174.764, -36.848, 2667729.4893, 6482434.5110, 0.001},
+    {"Oblique stereographic, Amersfoort / RD New (GN 7-2: E 196105.283, N 557057.739)",
+     "PROJCS[\"Amersfoort / RD New\"," +
+         Geogcs("Amersfoort", "Bessel 1841", "6377397.155", "299.1528128") +
+         ",PROJECTION[\"Double_Stereographic\"],PARAMETER[\"False_Easting\",155000],"
+         "PARAMETER[\"False_Northing\",463000],PARAMETER[\"Central_Meridian\",5.38763888888889],"
+         "PARAMETER[\"Scale_Factor\",0.9999079],PARAMETER[\"Latitude_Of_Origin\",52.15616055555556],"
+         "UNIT[\"Meter\",1]]",
+     6, 53, 196105.283, 557057.739, 0.01},
+    {"Polar stereographic (A), WGS 84 / UPS North (GN 7-2: E 3320416.75, N 632668.43)",
+     "PROJCS[\"WGS 84 / UPS North (E,N)\"," + kWgs84 +
+         ",PROJECTION[\"Polar_Stereographic\"],PARAMETER[\"latitude_of_origin\",90],"
+         "PARAMETER[\"central_meridian\",0],PARAMETER[\"scale_factor\",0.994],"
+         "PARAMETER[\"false_easting\",2000000],PARAMETER[\"false_northing\",2000000],"
+         "UNIT[\"metre\",1]]",
+     44, 73, 3320416.75, 632668.43, 0.01},
+    // Variant B as exported without a scale factor: the latitude of origin is
+    // the latitude of true scale.
+    {"Polar stereographic (B), WGS 84 / Australian Antarctic (GN 7-2: E 7255380.79, N 7053389.56)",
+     "PROJCS[\"WGS 84 / Australian Antarctic Polar Stereographic\"," + kWgs84 +
+         ",PROJECTION[\"Polar_Stereographic\"],PARAMETER[\"latitude_of_origin\",-71],"
+         "PARAMETER[\"central_meridian\",70],PARAMETER[\"false_easting\",6000000],"
+         "PARAMETER[\"false_northing\",6000000],UNIT[\"metre\",1]]",
+     120, -75, 7255380.79, 7053389.56, 0.01},
+    // echo "-75 120" | cs2cs -f %.4f EPSG:4326 EPSG:3031  ->  1419227.9158 -819391.6192
+    {"Stereographic south pole, WGS 84 / Antarctic Polar Stereographic (cs2cs)",
+     "PROJCS[\"WGS 84 / Antarctic Polar Stereographic\"," + kWgs84 +
+         ",PROJECTION[\"Stereographic_South_Pole\"],PARAMETER[\"False_Easting\",0],"
+         "PARAMETER[\"False_Northing\",0],PARAMETER[\"Central_Meridian\",0],"
+         "PARAMETER[\"Standard_Parallel_1\",-71],UNIT[\"Meter\",1]]",
+     120, -75, 1419227.9158, -819391.6192, 0.001},
+    // echo "75 30" | cs2cs -f %.4f EPSG:4326 EPSG:3413  ->  1578206.4037 -422879.1313
+    {"Stereographic north pole, WGS 84 / NSIDC Sea Ice Polar Stereographic North (cs2cs)",
+     "PROJCS[\"WGS 84 / NSIDC Sea Ice Polar Stereographic North\"," + kWgs84 +
+         ",PROJECTION[\"Stereographic_North_Pole\"],PARAMETER[\"False_Easting\",0],"
+         "PARAMETER[\"False_Northing\",0],PARAMETER[\"Central_Meridian\",-45],"
+         "PARAMETER[\"Standard_Parallel_1\",70],UNIT[\"Meter\",1]]",
+     30, 75, 1578206.4037, -422879.1313, 0.001},
 };
 
 TEST(ResolvesEngineMethods, WktOfEachMethodProjectsThePublishedExamples) {
@@ -124,6 +166,17 @@ TEST(ResolvesEngineMethods, CatalogueRecordsAgreeWithTheirWkt) {
                                                               2510000, 6023150)),
       kvtest::ScopedRecord(new CKvRotatedLongitudeLatitudeProjection("Resolve rotated", "B", "XY",
                                                                      10, -40, 15)),
+      kvtest::ScopedRecord(new CKvStereographicProjection(
+          "Resolve stereo", "B", "BR", 0.9999079, 5.38763888888889, 52.15616055555556, 155000,
+          463000)),
+      kvtest::ScopedRecord(
+          new CKvStereographicNorthPoleProjection("Resolve north pole", "B", "WE", 70, -45, 0, 0)),
+      kvtest::ScopedRecord(new CKvStereographicSouthPoleProjection("Resolve south pole", "B", "WE",
+                                                                   -71, 70, 6e6, 6e6)),
+      kvtest::ScopedRecord(new CKvPolarStereographicProjection("Resolve polar A", "B", "WE", 0.994,
+                                                               0, 90, 2e6, 2e6)),
+      kvtest::ScopedRecord(
+          new CKvPolarStereographicProjection("Resolve polar B", "B", "WE", 1, 0, -71, 0, 0)),
   };
   for (const kvtest::ScopedRecord& record : records) {
     const std::string name = record.get()->GetName();

@@ -136,6 +136,15 @@ TEST(KvPRJParser, DecidesTheTypeByTheParametersPresent) {
       {Projected("Transverse_Mercator", {fe, fn, cm, sf}), 22},       // no latitude of origin
       {Projected("Mercator", {fe, fn, cm, sp1}), 10},
       {Projected("Stereographic", {fe, fn, "\"Longitude_Of_Origin\",5", sf, lo}), 4},
+      {Projected("Double_Stereographic", {fe, fn, cm, sf, lo}), 4},
+      {Projected("oblique_stereographic", {fe, fn, cm, sf, lo}), 4},
+      {Projected("Oblique_Stereographic", {fe, fn, cm, lo}), 22},  // no scale factor
+      {Projected("Stereographic_North_Pole", {fe, fn, cm, sp1}), 12},
+      {Projected("Stereographic_South_Pole", {fe, fn, cm, "\"Standard_Parallel_1\",-71"}), 13},
+      {Projected("Stereographic_South_Pole", {fe, fn, cm, lo}), 22},  // no standard parallel
+      {Projected("Polar_Stereographic", {fe, fn, cm, sf, lo}), 20},
+      {Projected("Polar_Stereographic", {fe, fn, cm, "\"Latitude_Of_Origin\",-71"}), 20},
+      {Projected("Polar_Stereographic", {fe, fn, cm, sf}), 22},  // no latitude of origin
       {Projected("Krovak", {fe, fn, lonc, latc, az, sf, "\"Pseudo_Standard_Parallel_1\",78.5"}), 15},
       {Projected("Albers", {fe, fn, lonc, sp1, sp2, latc}), 16},
       {Projected("Rotated_Longitude_Latitude", {"\"Longitude_Of_South_Pole\",10", "\"Latitude_Of_South_Pole\",-30", "\"Angle_Of_Rotation\",0"}), 9},
@@ -149,6 +158,17 @@ TEST(KvPRJParser, DecidesTheTypeByTheParametersPresent) {
   CKvPRJParser hotine(cases[5].text.c_str());
   hotine.Parse(false);
   EXPECT_EQ(hotine.GetXYPlaneRotation(), 30.0);  // the azimuth, copied
+
+  // A polar stereographic without a scale factor has the scale 1, and
+  // writes it.
+  CKvPRJParser polar(Projected("Polar_Stereographic", {fe, fn, cm, lo}).c_str());
+  ASSERT_TRUE(polar.Parse(false));
+  EXPECT_EQ(polar.GetScaleFactor(), 1.0);
+  CString written;
+  ASSERT_TRUE(polar.Format(written));
+  EXPECT_NE(std::string(written.GetString()).find("PARAMETER[\"Scale_Factor\",1]"),
+            std::string::npos)
+      << written.GetString();
 }
 
 TEST(KvPRJParser, OrdersTheParallelsOnlyWhenAsked) {

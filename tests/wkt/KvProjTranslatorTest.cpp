@@ -136,11 +136,7 @@ TEST(KvProjTranslator, GivesEmptyOrUndefinedForWhatItCannotDescribe) {
   kvtest::EnsureCatalogue();
   kvtest::ScopedRecord rotated(
       new CKvRotatedLongitudeLatitudeProjection("KvP4 rotated grid", "Model", "WE", 10, -40, 0));
-  kvtest::ScopedRecord polar(
-      new CKvPolarStereographicProjection("KvP4 polar", "Antarctic", "WE", 1, 0, -71, 0, 0));
   ASSERT_NE(CKvMapProjection("KvP4 rotated grid").GetProjection(), nullptr);
-  EXPECT_EQ(CKvMapProjection("KvP4 polar").GetProjection(), nullptr)
-      << "a polar stereographic engine exists now: expect +lat_0=-90 +lat_ts=-71 here";
   const std::string rows[][2] = {
       {"KvP4 rotated grid", "+proj=undef "},
       // The reserved names are kept as names, not WKT, so the reader finds no method.
@@ -148,8 +144,7 @@ TEST(KvProjTranslator, GivesEmptyOrUndefinedForWhatItCannotDescribe) {
       {"NON-UTM", "+proj=undef "},
       // No engine: nothing is written.
       {"No such system", ""},
-      {"KvP4 polar", ""},
-      {Projcs("Polar_Stereographic", kSouthPolar), ""},
+      {Projcs("Polar_Stereographic", "fe=0 fn=0 cm=0 k=1"), ""},  // no latitude of origin
   };
   for (const auto& row : rows) EXPECT_EQ(Proj4(row[0]), row[1]) << row[0];
   EXPECT_THROW(Proj4("UTM"), std::out_of_range);
@@ -224,6 +219,8 @@ TEST(KvProjTranslator, StringsMeanWhatTheLibraryComputes) {
   ScopedRecord merc2(new CKvMercator2SPProjection("KvP4 merc2", "B", "WE", 42, 51, 0, 0));
   ScopedRecord nzmg(
       new CKvNewZealandMapGridProjection("KvP4 nzmg", "B", "IN", 173, -41, 2510000, 6023150));
+  ScopedRecord polar(
+      new CKvPolarStereographicProjection("KvP4 polar", "Antarctic", "WE", 1, 0, -71, 0, 0));
   struct Row {
     std::string system;
     double lon, lat, east, north;  // east and north from PROJ
@@ -264,6 +261,42 @@ TEST(KvProjTranslator, StringsMeanWhatTheLibraryComputes) {
       {"KvP4 nzmg", 175, -37, 2688385.7666, 6465113.3487,
        "+proj=nzmg +lat_0=-41.00000000000001 +lon_0=173 +x_0=2510000 +y_0=6023150 +a=6378388 "
        "+b=6356911.946127946 +units=m +no_defs  no_defs <>"},
+      // The stereographic family.  A polar stereographic off the pole is
+      // placed at the pole of its sign, true to scale at its latitude of
+      // origin (PROJ then leaves +k aside); at the pole it is variant A.
+      {Projcs("Polar_Stereographic", kSouthPolar), 120, -75, 1419227.9158, -819391.6192,
+       "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=0 +k=1 +x_0=0 +y_0=0 " + kWgs84Metres},
+      // (the catalogue's 15-digit degree again)
+      {"KvP4 polar", 120, -75, 1419227.9158, -819391.6192,
+       "+proj=stere +lat_0=-90 +lat_ts=-71.00000000000001 +lon_0=0 +k=1 +x_0=0 +y_0=0 " +
+           kWgs84Metres},
+      // without a scale factor the scale is 1
+      {Projcs("Polar_Stereographic", "fe=0 fn=0 cm=70 lat0=-71"), 120, -75, 1255380.7933,
+       1053389.5606, "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=70 +k=1 +x_0=0 +y_0=0 " +
+       kWgs84Metres},
+      {Projcs("Polar_Stereographic", "fe=2000000 fn=2000000 cm=0 k=0.994 lat0=90"), 44, 73,
+       3320416.7474, 632668.4313,
+       "+proj=stere +lat_0=90 +lat_ts=90 +lon_0=0 +k=0.994 +x_0=2000000 +y_0=2000000 " +
+           kWgs84Metres},
+      {Projcs("Stereographic_North_Pole", "fe=0 fn=0 cm=-45 sp1=70"), 30, 75, 1578206.4037,
+       -422879.1313, "+proj=stere +lat_0=90 +lat_ts=70 +lon_0=-45 +x_0=0 +y_0=0 " + kWgs84Metres},
+      {Projcs("Stereographic_South_Pole", "fe=6000000 fn=6000000 cm=70 sp1=-71"), 120, -75,
+       7255380.7933, 7053389.5606,
+       "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=70 +x_0=6000000 +y_0=6000000 " + kWgs84Metres},
+      {Projcs("Double_Stereographic",
+              "fe=155000 fn=463000 cm=5.38763888888889 k=0.9999079 lat0=52.15616055555556"),
+       6, 53, 196110.3151, 557068.5458,
+       "+proj=sterea +lat_0=52.15616055555556 +lon_0=5.38763888888889 +k=0.9999079 "
+       "+x_0=155000 +y_0=463000 " +
+           kWgs84Metres},
+      {Projcs("Oblique_Stereographic", "fe=2000000 fn=2000000 cm=0 k=0.994 lat0=-90"), 100, -80,
+       3096042.9084, 1806738.0632,
+       "+proj=sterea +lat_0=-90 +lon_0=0 +k=0.994 +x_0=2000000 +y_0=2000000 " + kWgs84Metres},
+      // Plain "Stereographic" is written +proj=stere, which means the same
+      // as this library's engine only about a pole (see KvStereographic.h).
+      {Projcs("Stereographic", "fe=2000000 fn=2000000 cm=0 k=0.994 lat0=90"), 44, 73,
+       3320416.7474, 632668.4313,
+       "+proj=stere +lat_0=90 +lon_0=0 +k=0.994 +x_0=2000000 +y_0=2000000 " + kWgs84Metres},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.system);
