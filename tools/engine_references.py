@@ -14,6 +14,10 @@ Each method is evaluated here from its published definition with mpmath at
            both directions (the reverse iterated, not the e^8 series).
   nzmg     the New Zealand map grid polynomials (Guidance Note 7-2, 9811),
            which define the method, Newton's method run to 40 digits.
+  stere    the oblique stereographic (Guidance Note 7-2, 9809) forward, its
+           reverse by Newton's method on the forward; about a polar origin
+           the polar stereographic variant A (9810); variant B (9829) both
+           ways, t' inverted by the conformal iteration to 40 digits.
   rotated  the rotated grid built geometrically: axes z' = -unit(lp, pp),
            x' = unit(lp, pp + 90), y' = z' x x'; the geocentric vector at
            height 0 read along them as geodetic coordinates by iterating the
@@ -225,6 +229,103 @@ class Rotated:
         return self.geo(v)
 
 
+# --- stereographic -------------------------------------------------------
+
+class ObliqueStereo:
+    """Guidance Note 7-2, Oblique Stereographic, as published."""
+
+    def __init__(self, a, invf, k0, lon0, lat0):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e, p0 = self.e, mpf(lat0) * DEG
+        self.k0, self.lon0 = mpf(k0), mpf(lon0) * DEG
+        rho0 = self.a * (1 - e**2) / (1 - e**2 * sin(p0)**2)**mpf(1.5)
+        nu0 = self.a / sqrt(1 - e**2 * sin(p0)**2)
+        self.R = sqrt(rho0 * nu0)
+        self.n = sqrt(1 + e**2 * cos(p0)**4 / (1 - e**2))
+        S1 = (1 + sin(p0)) / (1 - sin(p0))
+        S2 = (1 - e * sin(p0)) / (1 + e * sin(p0))
+        w1 = (S1 * S2**e)**self.n
+        sinchi0 = (w1 - 1) / (w1 + 1)
+        self.c = ((self.n + sin(p0)) * (1 - sinchi0)) / ((self.n - sin(p0)) * (1 + sinchi0))
+        w2 = self.c * w1
+        self.chi0 = mp.asin((w2 - 1) / (w2 + 1))
+
+    def forward(self, lon, lat):
+        e, n, p = self.e, self.n, mpf(lat) * DEG
+        L = n * (mpf(lon) * DEG - self.lon0)
+        Sa = (1 + sin(p)) / (1 - sin(p))
+        Sb = (1 - e * sin(p)) / (1 + e * sin(p))
+        w = self.c * (Sa * Sb**e)**n
+        chi = mp.asin((w - 1) / (w + 1))
+        c0 = self.chi0
+        B = 1 + sin(chi) * sin(c0) + cos(chi) * cos(c0) * cos(L)
+        return (2 * self.R * self.k0 * cos(chi) * sin(L) / B,
+                2 * self.R * self.k0 * (sin(chi) * cos(c0) - cos(chi) * sin(c0) * cos(L)) / B)
+
+    def inverse(self, x, y, guess):
+        f = lambda lon, lat: [v - w for v, w in zip(self.forward(lon, lat), (x, y))]
+        lon, lat = findroot(f, guess)
+        return lon, lat
+
+
+class PolarStereo:
+    """Guidance Note 7-2, Polar Stereographic: variant A with k0 at the
+    pole, or variant B with the latitude of true scale latF."""
+
+    def __init__(self, a, invf, lon0, pole, k0=None, latF=None):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e = self.e
+        self.lon0, self.pole = mpf(lon0), pole
+        root = sqrt((1 + e)**(1 + e) * (1 - e)**(1 - e))
+        if latF is None:
+            self.rho_per_t = 2 * self.a * mpf(k0) / root
+        else:
+            pF = pole * mpf(latF) * DEG
+            tF = conformal_t(pF, e)
+            self.rho_per_t = self.a * m_of(pF, e) / tF
+
+    def forward(self, lon, lat):
+        rho = self.rho_per_t * conformal_t(self.pole * mpf(lat) * DEG, self.e)
+        th = (mpf(lon) - self.lon0) * DEG
+        return rho * sin(th), -self.pole * rho * cos(th)
+
+    def inverse(self, x, y):
+        t = sqrt(x**2 + y**2) / self.rho_per_t
+        lat = self.pole * latitude_of_t(t, self.e) / DEG
+        return self.lon0 + atan2(x, -self.pole * y) / DEG, lat
+
+
+def write_stereographic_cases(folder, cmd):
+    w = CaseWriter(os.path.join(folder, 'stereographic.cases'), 'Stereographic')
+    bessel = 'SPHEROID["Bessel 1841",6377397.155,299.1528128]'
+    st = ObliqueStereo(6377397.155, '299.1528128', '0.9999079', 5, 52)
+    w.system(wkt('Oblique measure', bessel, 'Oblique_Stereographic',
+                 [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', 5),
+                  ('Scale_Factor', 0.9999079), ('Latitude_Of_Origin', 52)]), None,
+             '%s, origin 52 N on Bessel 1841, 5 W to 15 E, 43 to 61 N (up to 1000 km)' % cmd)
+    points = grid(frange(-5, 15, 2.5), frange(43, 61, 2))
+    for lon, lat in points:
+        x, y = st.forward(lon, lat)
+        w.out.write('forward %s %s %s %s\n' % (lon, lat, mp.nstr(x, 17), mp.nstr(y, 17)))
+    for gx, gy in grid(frange(-600000, 600000, 200000), frange(-900000, 900000, 300000)):
+        lon, lat = st.inverse(mpf(gx), mpf(gy), (5, 52))
+        w.out.write('inverse %s %s %s %s\n' % (gx, gy, mp.nstr(lon, 20), mp.nstr(lat, 20)))
+    for name, method, k, extra, pole, ref in (
+            ('South pole oblique', 'Oblique_Stereographic', ('Scale_Factor', 0.994),
+             ('Latitude_Of_Origin', -90), -1, dict(k0='0.994')),
+            ('North true scale', 'Stereographic_North_Pole', None, ('Standard_Parallel_1', 71),
+             1, dict(latF=71)),
+            ('South true scale', 'Stereographic_South_Pole', None, ('Standard_Parallel_1', -71),
+             -1, dict(latF=-71))):
+        ps = PolarStereo(6378137, '298.257223563', 30, pole, **ref)
+        params = [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', 30)]
+        params += [k, extra] if k else [extra]
+        w.system(wkt(name + ' measure', WGS84, method, params), None,
+                 '%s, %s on WGS 84, 50 to 90 degrees of the pole\'s latitude' % (cmd, name))
+        w.both(grid(frange(-140, 180, 30), [pole * v for v in frange(50, 90, 5)]),
+               ps.forward, ps.inverse)
+
+
 # --- case files ----------------------------------------------------------
 
 WGS84 = 'SPHEROID["WGS 84",6378137,298.257223563]'
@@ -346,6 +447,8 @@ def write_cases(folder):
         for gx, gy in grid(frange(-170, 170, 20), frange(-80, 80, 10)):
             lon, lat = rot.inverse(gx, gy)
             w.out.write('inverse %s %s %s %s\n' % (gx, gy, mp.nstr(lon, 20), mp.nstr(lat, 20)))
+
+    write_stereographic_cases(folder, cmd)
 
 
 if __name__ == '__main__':
