@@ -18,8 +18,8 @@ const CKvEllipsoid kWgs84("WGS 84", "WE", 6378137, 298.257223563);
 // dLon degrees and latitudes lat0 to lat1.
 struct SOblique {  // Amersfoort / RD New
   static CKvStereographic Make() {
-    return CKvStereographic("Oblique bench", 0.9999079, 5.38763888888889, 52.15616055555556,
-                            155000, 463000, kBessel);
+    return CKvStereographic("Oblique bench", 0.9999079, 5.38763888888889, 52.15616055555556, 155000,
+                            463000, kBessel);
   }
   static constexpr double lon0 = 5.38763888888889, dLon = 5, lat0 = 48, lat1 = 56;
 };
@@ -50,8 +50,8 @@ struct SPolar {  // WGS 84 / Antarctic Polar Stereographic through the wrapper
 
 template <class Setup>
 std::vector<kvbench::SPoint> Grid() {
-  return kvbench::GeographicGrid(Setup::lon0 - Setup::dLon, Setup::lon0 + Setup::dLon,
-                                 Setup::lat0, Setup::lat1);
+  return kvbench::GeographicGrid(Setup::lon0 - Setup::dLon, Setup::lon0 + Setup::dLon, Setup::lat0,
+                                 Setup::lat1);
 }
 
 template <class Setup>

@@ -18,12 +18,12 @@ namespace {
 //   + 2 n e atanh(e s),
 // s = |sin phi0|, finite up to the pole, where it is e ln((1 + e) / (1 - e)).
 // c is 1 / c of the mirrored origin, so ln c is odd in phi0.
-double HalfLnC(double sinPhi0, double cosPhi0, double n, double e, double e2) {
+double HalfLnC(double sinPhi0, double cosPhi0, double n, double nMinus1, double e, double e2) {
   const double s = std::fabs(sinPhi0);
   const double cos2 = cosPhi0 * cosPhi0;
   const double q = e2 * cos2 * (1.0 + s) / ((1.0 - e2) * (n + 1.0));
   // (n - 1) ln cos^2 tends to 0 at the pole, where cos^2 is 0.
-  const double nLnCos2 = cos2 > 0.0 ? (n - 1.0) * std::log(cos2) : 0.0;
+  const double nLnCos2 = cos2 > 0.0 ? nMinus1 * std::log(cos2) : 0.0;
   const double lnC = std::log(n + s) + (1.0 - 2.0 * n) * std::log1p(s) + nLnCos2 - std::log1p(q) +
                      2.0 * n * e * std::atanh(e * s);
   return std::copysign(0.5 * lnC, sinPhi0);
@@ -60,18 +60,19 @@ CKvStereographic::CKvStereographic(const std::string& name, double scale, double
   const double cos2 = cosPhi0 * cosPhi0;
   // R = sqrt(rho0 nu0) = a sqrt(1 - e^2) / (1 - e^2 sin^2 phi0)
   const double R = a * std::sqrt(1.0 - e2) / (1.0 - e2 * sinPhi0 * sinPhi0);
-  // n - 1, without the cancellation of sqrt(1 + ...) - 1
-  const double nMinus1 = e2 * cos2 * cos2 / (1.0 - e2);
-  const double n = std::sqrt(1.0 + nMinus1);
-  const double n1 = nMinus1 / (n + 1.0);
+  // n = sqrt(1 + e^2 cos^4 phi0 / (1 - e^2)), and n - 1 without the
+  // cancellation of the square root's 1
+  const double n2Minus1 = e2 * cos2 * cos2 / (1.0 - e2);
+  const double n = std::sqrt(1.0 + n2Minus1);
+  const double nMinus1 = n2Minus1 / (n + 1.0);
   // sin chi0 = (w2 - 1) / (w2 + 1) with w2 = c w1 = (n + sin phi0) / (n -
   // sin phi0), which is sin phi0 / n; n -+ |sin phi0| as sums of positive
   // terms for cos chi0.
   const double s = std::fabs(sinPhi0);
-  const double nMinusS = n1 + cos2 / (1.0 + s);
+  const double nMinusS = nMinus1 + cos2 / (1.0 + s);
   m_dR = R;
   m_dN = n;
-  m_dHalfLnC = HalfLnC(sinPhi0, cosPhi0, n, e, e2);
+  m_dHalfLnC = HalfLnC(sinPhi0, cosPhi0, n, nMinus1, e, e2);
   m_dSinChi0 = sinPhi0 / n;
   m_dCosChi0 = std::sqrt(nMinusS * (n + s)) / n;
   m_dTwoRk0 = 2.0 * R * m_dK0;

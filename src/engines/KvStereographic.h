@@ -72,11 +72,11 @@ class KVCART_API CKvStereographic : public CKvEngine<CKvStereographic, CKvStereo
   double m_dFalseEasting = 0.0;
   double m_dFalseNorthing = 0.0;
   double m_dK0 = 0.0;
-  double m_dR = 0.0;         // radius of the Gauss sphere
-  double m_dN = 0.0;         // n
-  double m_dHalfLnC = 0.0;   // ln(c) / 2, the isometric latitude the sphere adds
-  double m_dSinChi0 = 0.0;   // sin chi0 = sin phi0 / n
+  double m_dR = 0.0;        // radius of the Gauss sphere
+  double m_dN = 0.0;        // n
+  double m_dHalfLnC = 0.0;  // ln(c) / 2, the isometric latitude the sphere adds
+  double m_dSinChi0 = 0.0;  // sin chi0 = sin phi0 / n
   double m_dCosChi0 = 0.0;
-  double m_dTwoRk0 = 0.0;    // 2 R k0
+  double m_dTwoRk0 = 0.0;  // 2 R k0
   KvAux::CKvConformalLatitude m_Conformal;
 };

@@ -67,8 +67,8 @@ CKvStereographicNorthPole::SPolar CKvStereographicNorthPole::_Constants(double a
 // E = FE + rho sin(lambda - lambda0), N = FN -+ rho cos(lambda - lambda0)
 // (minus about the north pole).
 void CKvStereographicNorthPole::_Forward(double e, double rhoPerT, double lambda0, double FE,
-                                         double FN, double pole, double lon, double lat,
-                                         double* x, double* y) {
+                                         double FN, double pole, double lon, double lat, double* x,
+                                         double* y) {
   const double rho = rhoPerT * KvAux::ConformalT(pole * lat, e);
   const double dLambda = KvAux::ReducedLongitude(lon * KvConst::kDegToRad - lambda0);
   *x = FE + rho * std::sin(dLambda);
@@ -115,8 +115,7 @@ double CKvStereographicNorthPole::_Convergence(double lambda0, double pole, doub
 // it: 45 degrees west and 135 east of the central meridian about the north
 // pole, 135 west and 45 east about the south pole.
 void CKvStereographicNorthPole::_PolarDefaultArea(CKvProjection& engine, double lon0, double pole,
-                                                  double* x0, double* y0, double* x1,
-                                                  double* y1) {
+                                                  double* x0, double* y0, double* x1, double* y1) {
   engine.Geo2Proj(lon0 - 90.0 + 45.0 * pole, 87.0 * pole, x0, y0);
   engine.Geo2Proj(lon0 + 90.0 + 45.0 * pole, 87.0 * pole, x1, y1);
 }

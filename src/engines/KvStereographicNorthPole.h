@@ -62,9 +62,9 @@ class KVCART_API CKvStereographicNorthPole
   static SPolar _Constants(double a, double e, double e2, double standardParallel, double pole);
   static void _Forward(double e, double rhoPerT, double lambda0, double FE, double FN, double pole,
                        double lon, double lat, double* x, double* y);
-  static void _Inverse(const KvAux::CKvConformalLatitude& conformal, double rhoPerT,
-                       double lambda0, double FE, double FN, double pole, double x, double y,
-                       double* lon, double* lat);
+  static void _Inverse(const KvAux::CKvConformalLatitude& conformal, double rhoPerT, double lambda0,
+                       double FE, double FN, double pole, double x, double y, double* lon,
+                       double* lat);
   static double _Convergence(double lambda0, double pole, double lon);
   static void _PolarDefaultArea(CKvProjection& engine, double lon0, double pole, double* x0,
                                 double* y0, double* x1, double* y1);

@@ -48,7 +48,8 @@ TEST(PolarStereographic, ChoosesItsEngineByTheOriginLatitudeWithinOneInATrillion
   } cases[] = {
       {90, std::make_unique<CKvStereographic>("P", 0.5, 20, 90, 1000, 2000, kWgs84)},
       {nearNorth, std::make_unique<CKvStereographic>("P", 0.5, 20, nearNorth, 1000, 2000, kWgs84)},
-      {offNorth, std::make_unique<CKvStereographicNorthPole>("P", offNorth, 20, 1000, 2000, kWgs84)},
+      {offNorth,
+       std::make_unique<CKvStereographicNorthPole>("P", offNorth, 20, 1000, 2000, kWgs84)},
       {-90, std::make_unique<CKvStereographic>("P", 0.5, 20, -90, 1000, 2000, kWgs84)},
       {-71, std::make_unique<CKvStereographicSouthPole>("P", -71, 20, 1000, 2000, kWgs84)},
       {60, std::make_unique<CKvStereographicNorthPole>("P", 60, 20, 1000, 2000, kWgs84)},
@@ -105,7 +106,8 @@ TEST(PolarStereographicDeathTest, WithoutEllipsoidEveryForwardingSlotStops) {
   const std::string prefix = "KvPolarStereographic:[0-9]+: .*CKvPolarStereographic::";
   const std::string suffix = ".*Assertion `m_pProj' failed";
   EXPECT_DEATH(p.GetName(), prefix + "GetName\\(\\)" + suffix);
-  EXPECT_DEATH(p.Geo2Proj(0, 0, &a, &b), prefix + "Geo2Proj\\(double, double, double\\*, double\\*\\)" + suffix);
+  EXPECT_DEATH(p.Geo2Proj(0, 0, &a, &b),
+               prefix + "Geo2Proj\\(double, double, double\\*, double\\*\\)" + suffix);
   EXPECT_DEATH(p.Proj2Geo(0, 0, &a, &b), prefix + "Proj2Geo\\(" + ".*" + suffix);
   EXPECT_DEATH(p.GetOrigin(&a, &b), prefix + "GetOrigin\\(" + ".*" + suffix);
   EXPECT_DEATH(p.GetConvergence(0, 0), prefix + "GetConvergence\\(" + ".*" + suffix);
@@ -249,7 +251,8 @@ TEST(Stereographic, LongitudesAreReducedAboutTheCentralMeridian) {
   CKvStereographicNorthPole north("N", 70, -170, 0, 0, kWgs84);
   CKvStereographicSouthPole south("S", -71, 175, 0, 0, kWgs84);
   CKvPolarStereographic polar("P", 0.994, -175, -90, 0, 0, kWgs84);
-  for (CKvProjection* engine : std::initializer_list<CKvProjection*>{&oblique, &north, &south, &polar}) {
+  for (CKvProjection* engine :
+       std::initializer_list<CKvProjection*>{&oblique, &north, &south, &polar}) {
     const double lat = engine == &oblique ? 44.0 : engine == &north ? 80.0 : -80.0;
     for (double lon : {-178.0, 176.5, 179.0}) {
       double x1, y1, x2, y2, x3, y3, lonBack, latBack;
@@ -272,9 +275,9 @@ TEST(Stereographic, EnginesWithoutEllipsoidGiveTheFalseOriginAndNaN) {
   CKvStereographicProjection oblique("No ellipsoid", "", "", 0.9999, 5, 52, 100, 200);
   CKvStereographicNorthPoleProjection north("No ellipsoid", "", "??", 70, 0, 100, 200);
   CKvStereographicSouthPoleProjection south("No ellipsoid", "", "??", -70, 0, 100, 200);
-  for (CKvMapProjData* set : {static_cast<CKvMapProjData*>(&oblique),
-                              static_cast<CKvMapProjData*>(&north),
-                              static_cast<CKvMapProjData*>(&south)}) {
+  for (CKvMapProjData* set :
+       {static_cast<CKvMapProjData*>(&oblique), static_cast<CKvMapProjData*>(&north),
+        static_cast<CKvMapProjData*>(&south)}) {
     std::unique_ptr<CKvProjection> engine(set->CreateProjection());
     SCOPED_TRACE(set->GetProjectionTypeTitle());
     double x, y, lon, lat;
