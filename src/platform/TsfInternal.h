@@ -69,6 +69,10 @@ struct Section : Node {
   Text name;
   Section* parent;  // null for the file's root
   int depth;        // 0 for the root, 1 for a target
+  int endLine = 0;  // the line of the EndSect that closed it; 0 when none
+  // A line inside it broke the format, or it was never closed (set only by
+  // a recovering load).
+  bool damaged = false;
   std::pmr::vector<Section*> sections;
   std::pmr::vector<Keyword*> keywords;
   std::pmr::vector<Node*> order;  // sections and keywords in file order, for writing
@@ -102,7 +106,18 @@ std::string Where(const std::string& path, int line);
 
 // Parses `size` bytes into `file`.  On failure returns the status and a
 // message in "path:line: what is wrong" form; the tree is then incomplete.
-int Parse(const char* data, std::size_t size, File& file, std::string& message);
+// With `recover`, a line that breaks the format is skipped and the section
+// it was read in marked damaged, sections left open at the end are closed
+// and marked damaged, and the status and message are those of the first
+// problem.
+int Parse(const char* data, std::size_t size, File& file, std::string& message, bool recover = false);
+
+// Whether `section` or any section inside it is damaged.
+bool IsDamaged(const Section& section);
+
+// One section (with everything inside it) in the writer's layout, indented
+// for its depth.
+void AppendSection(std::string& out, const Section& section);
 
 // Classifies and stores a bare token as integer, floating number or word.
 void ClassifyToken(Param& param);
@@ -113,7 +128,18 @@ bool IsValidName(const char* name);
 std::string Serialize(const File& file);
 
 // Replaces `path` with `content` through a temporary file in the same folder.
+// A symbolic link is followed, so the file it names is replaced and the link
+// stays.
 int WriteAtomically(const std::string& path, const std::string& content, std::string& message);
+
+// The file `path` names once symbolic links in its last component are
+// followed (the path itself when it is no link or does not exist).
+std::string FollowLinks(const std::string& path);
+// The folder part of a path ("." for a bare name), without a trailing '/'.
+std::string FolderOf(const std::string& path);
+// Flushes a folder's entries to disk, so that a rename inside it survives a
+// crash; errors are ignored (some file systems cannot sync a folder).
+void SyncFolder(const std::string& folder);
 
 // The shortest text that reads back as the same double, always with a
 // decimal point or exponent so it reads back as a floating number.

@@ -77,7 +77,8 @@ struct Cursor {
 
 class Reader {
  public:
-  Reader(File& file, std::string& message) : m_file(file), m_message(message) {}
+  Reader(File& file, std::string& message, bool recover)
+      : m_file(file), m_message(message), m_recover(recover) {}
 
   int Run(const char* data, std::size_t size) {
     std::vector<Section*> stack{&m_file.root};
@@ -88,38 +89,48 @@ class Reader {
       ++m_line;
       const char* eol = static_cast<const char*>(std::memchr(p, '\n', end - p));
       if (!eol) eol = end;
-      if (std::memchr(p, '\0', eol - p)) return Fail(TSF_ERR_SYNTAX, "NUL byte in the text");
-      Cursor c{p, eol};
+      const char* const line = p;
       p = eol < end ? eol + 1 : end;
-      c.SkipSpace();
-      if (c.AtEndOrComment()) continue;
-      int status = TSF_OK;
-      if (*c.pos == '[') {
-        status = OpenSection(c, stack);
-      } else if (IsNameStart(*c.pos)) {
-        const std::string_view name = c.Name();
-        if (name == "EndSect") {
-          if (stack.size() == 1) return Fail(TSF_ERR_SYNTAX, "EndSect without an open section");
-          stack.pop_back();  // the rest of the line is a comment
-          continue;
-        }
-        status = ReadKeyword(c, name, *stack.back());
-      } else {
-        status = Fail(TSF_ERR_SYNTAX, std::string("unexpected character '") + *c.pos + "'");
-      }
-      if (status != TSF_OK) return status;
+      const int status = ReadLine(line, eol, stack);
+      if (status == TSF_OK) continue;
+      if (!m_recover) return status;
+      // Recovering: the line is dropped and the section it belongs to can
+      // no longer be trusted.
+      stack.back()->damaged = true;
     }
     if (stack.size() > 1) {
       const Section* open = stack.back();
-      return Fail(TSF_ERR_SYNTAX, "section '" + Str(open->name) + "' opened on line " +
-                                      std::to_string(open->line) + " is not closed by EndSect");
+      const int status = Fail(TSF_ERR_SYNTAX, "section '" + Str(open->name) + "' opened on line " +
+                                                  std::to_string(open->line) + " is not closed by EndSect");
+      if (!m_recover) return status;
+      for (std::size_t i = 1; i < stack.size(); ++i) stack[i]->damaged = true;
     }
-    return TSF_OK;
+    return m_status;
   }
 
  private:
+  // Reads one line [line, eol) into the tree.
+  int ReadLine(const char* line, const char* eol, std::vector<Section*>& stack) {
+    if (std::memchr(line, '\0', eol - line)) return Fail(TSF_ERR_SYNTAX, "NUL byte in the text");
+    Cursor c{line, eol};
+    c.SkipSpace();
+    if (c.AtEndOrComment()) return TSF_OK;
+    if (*c.pos == '[') return OpenSection(c, stack);
+    if (!IsNameStart(*c.pos)) return Fail(TSF_ERR_SYNTAX, std::string("unexpected character '") + *c.pos + "'");
+    const std::string_view name = c.Name();
+    if (name != "EndSect") return ReadKeyword(c, name, *stack.back());
+    if (stack.size() == 1) return Fail(TSF_ERR_SYNTAX, "EndSect without an open section");
+    stack.back()->endLine = m_line;
+    stack.pop_back();  // the rest of the line is a comment
+    return TSF_OK;
+  }
+
+  // Records the first problem of the file; returns `status`.
   int Fail(int status, const std::string& what) {
-    m_message = Where(m_file.path, m_line) + what;
+    if (m_status == TSF_OK) {
+      m_status = status;
+      m_message = Where(m_file.path, m_line) + what;
+    }
     return status;
   }
 
@@ -192,6 +203,8 @@ class Reader {
 
   File& m_file;
   std::string& m_message;
+  const bool m_recover;
+  int m_status = TSF_OK;
   int m_line = 0;
 };
 
@@ -223,12 +236,23 @@ void ClassifyToken(Param& param) {
   param.type = TSF_PARAM_WORD;
 }
 
-int Parse(const char* data, std::size_t size, File& file, std::string& message) {
+int Parse(const char* data, std::size_t size, File& file, std::string& message, bool recover) {
   if (size > kTsfMaxFileSize) {
     message = Where(file.path, 0) + "file is larger than 100 MiB";
     return TSF_ERR_TOO_LARGE;
   }
-  return Reader(file, message).Run(data, size);
+  return Reader(file, message, recover).Run(data, size);
+}
+
+bool IsDamaged(const Section& section) {
+  std::vector<const Section*> pending{&section};
+  while (!pending.empty()) {
+    const Section* s = pending.back();
+    pending.pop_back();
+    if (s->damaged) return true;
+    pending.insert(pending.end(), s->sections.begin(), s->sections.end());
+  }
+  return false;
 }
 
 }  // namespace tsf

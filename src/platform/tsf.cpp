@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -16,18 +17,26 @@ namespace tsf {
 
 namespace {
 
+// Longer messages are cut (a path at most this long still fits whole).
+constexpr std::size_t kMessageSize = 4096 + 256;
+
+// Plain data on purpose: a thread-local object without a destructor is
+// never torn down, so the error can still be set while the process exits
+// (a catalogue written from a static destructor runs after the thread's
+// own thread-local objects are gone).
 struct GlobalError {
-  int status = TSF_OK;
-  std::string message;
+  int status;
+  char message[kMessageSize];
 };
 
 GlobalError& ThreadError() {
-  thread_local GlobalError error;
+  thread_local GlobalError error = {TSF_OK, {0}};
   return error;
 }
 
 void ResetError() {
-  ThreadError() = GlobalError();
+  ThreadError().status = TSF_OK;
+  ThreadError().message[0] = '\0';
 }
 
 // Handles arrive as void*; the kind tag tells what they point to.  The tag is
@@ -101,15 +110,54 @@ int TypeError(const Param& p, const char* wanted) {
                                     ", not " + wanted);
 }
 
-void* Load(File* file, const char* data, std::size_t size) {
+void* Load(File* file, const char* data, std::size_t size, bool recover) {
   std::string message;
-  int status = Parse(data, size, *file, message);
-  if (status != TSF_OK) {
-    delete file;
-    SetError(status, message);
-    return nullptr;
+  int status = Parse(data, size, *file, message, recover);
+  if (status == TSF_OK) return ToHandle(file);
+  SetError(status, message);
+  // A recovering load keeps what it could read unless the file was refused
+  // as a whole.
+  if (recover && status != TSF_ERR_TOO_LARGE) return ToHandle(file);
+  delete file;
+  return nullptr;
+}
+
+// Reads the whole file at `path`; on failure records the error and gives
+// false.
+bool ReadWholeFile(const char* path, std::string& data) {
+  if (!path || !*path) {
+    SetError(TSF_ERR_NO_FILE, "tsfLoadFile: no path given");
+    return false;
   }
-  return ToHandle(file);
+  // O_NONBLOCK keeps a FIFO without writer from blocking the open; anything
+  // but a regular file is refused before it is read.
+  int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) {
+    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "cannot open: " + std::strerror(errno));
+    return false;
+  }
+  struct stat st;
+  if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+    ::close(fd);
+    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "not a regular file");
+    return false;
+  }
+  if (static_cast<unsigned long long>(st.st_size) > kTsfMaxFileSize) {
+    ::close(fd);
+    SetError(TSF_ERR_TOO_LARGE, Where(path, 0) + "file is larger than 100 MiB");
+    return false;
+  }
+  data.assign(static_cast<std::size_t>(st.st_size), '\0');
+  std::size_t got = 0;
+  while (got < data.size()) {
+    ssize_t n = ::read(fd, &data[got], data.size() - got);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) break;  // the file shrank while being read: take what is there
+    got += static_cast<std::size_t>(n);
+  }
+  ::close(fd);
+  data.resize(got);
+  return true;
 }
 
 // The innermost open section of the file a building call was handed.
@@ -168,7 +216,9 @@ int AddDouble(Keyword* k, double value) { return AddParam(k, TSF_PARAM_DOUBLE, F
 int SetError(int status, const std::string& message) {
   GlobalError& e = ThreadError();
   e.status = status;
-  e.message = message;
+  const std::size_t n = std::min(message.size(), kMessageSize - 1);
+  std::memcpy(e.message, message.data(), n);
+  e.message[n] = '\0';
   return status;
 }
 
@@ -186,39 +236,9 @@ using namespace tsf;
 
 void* tsfLoadFile(const char* path, int resetError) {
   if (resetError) ResetError();
-  if (!path || !*path) {
-    SetError(TSF_ERR_NO_FILE, "tsfLoadFile: no path given");
-    return nullptr;
-  }
-  // O_NONBLOCK keeps a FIFO without writer from blocking the open; anything
-  // but a regular file is refused before it is read.
-  int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (fd < 0) {
-    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "cannot open: " + std::strerror(errno));
-    return nullptr;
-  }
-  struct stat st;
-  if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-    ::close(fd);
-    SetError(TSF_ERR_NO_FILE, Where(path, 0) + "not a regular file");
-    return nullptr;
-  }
-  if (static_cast<unsigned long long>(st.st_size) > kTsfMaxFileSize) {
-    ::close(fd);
-    SetError(TSF_ERR_TOO_LARGE, Where(path, 0) + "file is larger than 100 MiB");
-    return nullptr;
-  }
-  std::string data(static_cast<std::size_t>(st.st_size), '\0');
-  std::size_t got = 0;
-  while (got < data.size()) {
-    ssize_t n = ::read(fd, &data[got], data.size() - got);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) break;  // the file shrank while being read: take what is there
-    got += static_cast<std::size_t>(n);
-  }
-  ::close(fd);
-  data.resize(got);
-  return Load(new File(path, data.size()), data.data(), data.size());
+  std::string data;
+  if (!ReadWholeFile(path, data)) return nullptr;
+  return Load(new File(path, data.size()), data.data(), data.size(), false);
 }
 
 void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError) {
@@ -227,7 +247,28 @@ void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int re
     SetError(TSF_ERR_NO_FILE, "tsfLoadBuffer: no data given");
     return nullptr;
   }
-  return Load(new File(name ? name : "<buffer>", size), data ? data : "", size);
+  return Load(new File(name ? name : "<buffer>", size), data ? data : "", size, false);
+}
+
+void* tsfLoadFileRecover(const char* path, int resetError) {
+  if (resetError) ResetError();
+  std::string data;
+  if (!ReadWholeFile(path, data)) return nullptr;
+  return Load(new File(path, data.size()), data.data(), data.size(), true);
+}
+
+void* tsfLoadBufferRecover(const char* data, std::size_t size, const char* name, int resetError) {
+  if (resetError) ResetError();
+  if (!data && size > 0) {
+    SetError(TSF_ERR_NO_FILE, "tsfLoadBuffer: no data given");
+    return nullptr;
+  }
+  return Load(new File(name ? name : "<buffer>", size), data ? data : "", size, true);
+}
+
+int tsfIsDamaged(void* handle) {
+  Section* s = AsSection(handle, "tsfIsDamaged");
+  return s && IsDamaged(*s) ? 1 : 0;
 }
 
 void* tsfCreate(const char* path) {
@@ -246,6 +287,25 @@ int tsfWrite(void* handle, const char* path) {
   f->status = WriteAtomically(target, Serialize(*f), message);
   if (f->status != TSF_OK) SetError(f->status, message);
   return f->status;
+}
+
+int tsfWriteBuffer(const char* path, const char* data, std::size_t size) {
+  if (!path || !*path) return SetError(TSF_ERR_NO_FILE, "tsfWriteBuffer: no path given");
+  if (!data && size > 0) return SetError(TSF_ERR_WRITE, "tsfWriteBuffer: no data given");
+  std::string message;
+  const int status = WriteAtomically(path, std::string(data ? data : "", size), message);
+  if (status != TSF_OK) SetError(status, message);
+  return status;
+}
+
+int tsfFormatSection(void* section, std::string& text) {
+  Node* n = AsNode(section);
+  if (!n || n->kind != Kind::Section) {
+    return SetError(TSF_ERR_HANDLE, "tsfFormatSection: not a target or section handle");
+  }
+  text.clear();
+  AppendSection(text, *static_cast<Section*>(n));
+  return TSF_OK;
 }
 
 int tsfClose(void** handle) {
@@ -268,7 +328,11 @@ int tsfGetErrorGlb() {
 
 int tsfPeekErrorGlb() { return ThreadError().status; }
 
-const char* tsfGetErrorMessageGlb() { return ThreadError().message.c_str(); }
+const char* tsfGetErrorMessageGlb() { return ThreadError().message; }
+
+int tsfSetErrorGlb(int status, const char* message) {
+  return SetError(status, message ? message : "");
+}
 
 // --- navigation ------------------------------------------------------------
 
@@ -328,6 +392,24 @@ int tsfGetLine(void* handle) {
     return 0;
   }
   return n->line;
+}
+
+void* tsfGetFile(void* handle) {
+  Node* n = AsNode(handle);
+  if (!n) {
+    SetError(TSF_ERR_HANDLE, "tsfGetFile: no handle given");
+    return nullptr;
+  }
+  return ToHandle(n->file);
+}
+
+int tsfGetEndLine(void* section) {
+  Node* n = AsNode(section);
+  if (!n || n->kind != Kind::Section) {
+    SetError(TSF_ERR_HANDLE, "tsfGetEndLine: not a target or section handle");
+    return 0;
+  }
+  return static_cast<Section*>(n)->endLine;
 }
 
 void* tsfKeywordByNameNum(void* section, const char* name, int occurrence) {

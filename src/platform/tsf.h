@@ -72,15 +72,35 @@ KVCART_API void* tsfLoadFile(const char* path, int resetError);
 // Loads from memory; `name` stands for the path in messages.
 KVCART_API void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError);
 
+// Load as much of a damaged file as can be trusted.  A line that breaks the
+// format is skipped and the section it was read in is marked damaged;
+// sections still open at the end are closed and marked damaged.  The first
+// problem is recorded in the global error as tsfLoadFile would record it,
+// and the file is still returned.  Null only when nothing can be read
+// (missing, not a regular file, too large).
+KVCART_API void* tsfLoadFileRecover(const char* path, int resetError);
+KVCART_API void* tsfLoadBufferRecover(const char* data, std::size_t size, const char* name,
+                                      int resetError);
+// 1 when a recovering load marked this section, or a section inside it, as
+// damaged (for a file: any of its sections), else 0.
+KVCART_API int tsfIsDamaged(void* handle);
+
 // Creates an empty file object to be filled with tsfAddTarget and friends and
 // written with tsfWrite.  Nothing touches the disk before tsfWrite.
 KVCART_API void* tsfCreate(const char* path);
 
 // Writes the whole file to `path` (null or empty: the path it was loaded from
 // or created for).  The target is replaced atomically: the text goes to a
-// temporary file in the same folder, is flushed to disk and then renamed over
-// the target, so a failure leaves any previous file untouched.
+// temporary file in the same folder ("<name>.tmp.<process id>.<n>"), is
+// flushed to disk and then renamed over the target, and the folder is
+// flushed so that the rename survives a crash; a failure leaves any previous
+// file untouched.  When the path is a symbolic link, the file it names is
+// replaced and the link stays.  Temporary files left by writers whose
+// process no longer runs are removed first.
 KVCART_API int tsfWrite(void* file, const char* path);
+
+// Replaces `path` with `size` bytes of `data` exactly as tsfWrite does.
+KVCART_API int tsfWriteBuffer(const char* path, const char* data, std::size_t size);
 
 // Frees the file and sets *file to null.  Returns the file's status: that of
 // its last write, else TSF_OK.
@@ -92,7 +112,28 @@ KVCART_API int tsfGetErrorGlb();
 KVCART_API int tsfPeekErrorGlb();
 // The message of the latest error recorded in this thread ("" when none since
 // the last reset); it outlives tsfGetErrorGlb() so it can be read afterwards.
+// Messages longer than 4351 bytes are cut.
 KVCART_API const char* tsfGetErrorMessageGlb();
+// Records an error found by a caller (a file that loads but holds values it
+// cannot use); returns `status`.
+KVCART_API int tsfSetErrorGlb(int status, const char* message);
+
+// --- folders ---------------------------------------------------------------
+
+// Takes the advisory lock that serialises the processes writing files in
+// the folder of `path` (the folder of the file a symbolic link names): an
+// exclusive flock() on ".tsf.lock" in that folder, created when missing.
+// Waits up to `timeoutMs` milliseconds (negative: as long as it takes).
+// Returns the lock, or -1 with the global error set (folder missing or not
+// writable, or still locked when the time is up).  The lock ends with
+// tsfUnlock or when the process does.
+KVCART_API int tsfLock(const char* path, int timeoutMs);
+KVCART_API int tsfUnlock(int lock);
+// Copies the file `path` names (through a symbolic link) to
+// "<file>.<why>-<UTC time>" beside it, never replacing another file, flushes
+// the copy to disk and gives its path.  `why` is a name such as "damaged".
+// The file itself is left as it is.
+KVCART_API int tsfCopyAside(const char* path, const char* why, std::string& asidePath);
 
 // --- navigation ------------------------------------------------------------
 
@@ -110,9 +151,20 @@ KVCART_API int tsfGetNoInstances(void* section);
 
 // The name of a target, section or keyword; the path of a file.
 KVCART_API const char* tsfGetName(void* handle);
+// The file a target, section, keyword or parameter belongs to (the file
+// itself for a file); null for a null handle.
+KVCART_API void* tsfGetFile(void* handle);
 // The line a target, section, keyword or parameter was read from (0 when it
 // was created in memory).
 KVCART_API int tsfGetLine(void* handle);
+// The line of the EndSect that closed a target or section (0 when it was
+// created in memory or never closed).  A section read from a file spans the
+// lines tsfGetLine to tsfGetEndLine, both included.
+KVCART_API int tsfGetEndLine(void* section);
+// The section with everything inside it, in tsfWrite's layout and indented
+// for its depth: two sections that read alike give the same text whatever
+// their comments, spacing and line ends.
+KVCART_API int tsfFormatSection(void* section, std::string& text);
 
 KVCART_API void* tsfKeywordByNameNum(void* section, const char* name, int occurrence);
 KVCART_API void* tsfKeywordByNum(void* section, int number);
