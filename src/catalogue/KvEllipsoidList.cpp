@@ -2,15 +2,18 @@
 
 #include <algorithm>
 
+#include "catalogue/KvParameterTable.h"
 #include "platform/tsf.h"
 
-CKvEllipsoidList::CKvEllipsoidList() : m_nPredefined(0), m_nCustom(0), m_nComplete(0) {}
+CKvEllipsoidList::CKvEllipsoidList()
+    : m_nPredefined(0), m_nCustom(0), m_nComplete(0), m_CustomFile(ID_TARGET) {}
 
 CKvEllipsoidList::CKvEllipsoidList(const CKvEllipsoidList& other) : CKvEllipsoidList() { _copy(other); }
 
 CKvEllipsoidList& CKvEllipsoidList::operator=(const CKvEllipsoidList& other) {
   if (this != &other) {
     _dealloc();
+    m_CustomFile.Clear();
     _copy(other);
   }
   return *this;
@@ -36,21 +39,40 @@ void CKvEllipsoidList::_dealloc() {
 }
 
 int CKvEllipsoidList::ReadEllipsoids(const std::string& file, bool custom) {
-  void* handle = tsfLoadFile(file.c_str(), 1);
+  return _ReadFile(file, custom, nullptr);
+}
+
+int CKvEllipsoidList::ReadCustomEllipsoids(const std::string& file) {
+  return _ReadFile(file, true, &m_CustomFile);
+}
+
+int CKvEllipsoidList::_ReadFile(const std::string& file, bool custom, CKvCustomFile* noted) {
+  void* handle = tsfLoadFileRecover(file.c_str(), 1);
   if (!handle) return tsfGetErrorGlb();
-  if (tsfPeekErrorGlb() != TSF_OK) return tsfClose(&handle);
+  // TSF_OK, or the first problem of a damaged file.
+  int status = tsfGetErrorGlb();
+  std::string problem = status != TSF_OK ? tsfGetErrorMessageGlb() : "";
 
   void* target = tsfTargetByNameNum(handle, ID_TARGET.c_str(), 1);
   void* first = target ? tsfSectionByNameNum(target, ID_SECTION.c_str(), 1) : nullptr;
   const int count = first ? tsfGetNoInstances(first) : 0;
   for (int i = 1; i <= count; ++i) {
     void* section = tsfSectionByNameNum(target, ID_SECTION.c_str(), i);
-    if (!section) continue;
-    // A missing or mistyped keyword leaves its value empty or 0.
-    std::string name, code;
-    double major = 0.0, invFlattening = 0.0;
+    if (!section || tsfIsDamaged(section)) continue;
+    // A missing keyword leaves its value empty or 0; one that is there must
+    // say what it means.
+    std::string name, code, reason;
     tsfGetParam(section, ID_NAME.c_str(), name);
     tsfGetParam(section, ID_CODE.c_str(), code);
+    if (!CKvParameterTable::CheckNumber(section, ID_MAJOR.c_str(), reason) ||
+        !CKvParameterTable::CheckNumber(section, ID_INV_FLATNESS.c_str(), reason)) {
+      if (status == TSF_OK) {
+        status = TSF_ERR_TYPE;
+        problem = reason + "; the ellipsoid '" + (name.empty() ? code : name) + "' is left out";
+      }
+      continue;
+    }
+    double major = 0.0, invFlattening = 0.0;
     tsfGetParam(section, ID_MAJOR.c_str(), major);
     tsfGetParam(section, ID_INV_FLATNESS.c_str(), invFlattening);
     CKvEllipsoid* e = new CKvEllipsoid(name, code, major, invFlattening);
@@ -61,24 +83,39 @@ int CKvEllipsoidList::ReadEllipsoids(const std::string& file, bool custom) {
       m_lstPredefined.push_back(e);
       ++m_nPredefined;
     }
+    if (noted) noted->NoteRead(e, section, noted->Format([this, e](void* f) { _Write(f, *e); }));
   }
-  return tsfClose(&handle);
+  tsfClose(&handle);
+  if (status != TSF_OK) {
+    if (noted) noted->NoteDamage(problem);
+    tsfSetErrorGlb(status, problem.c_str());
+  }
+  return status;
+}
+
+void CKvEllipsoidList::_Write(void* handle, const CKvEllipsoid& e) const {
+  tsfAddSection(handle, ID_SECTION.c_str());
+  tsfPutParam(handle, ID_NAME.c_str(), e.GetName());
+  tsfPutParam(handle, ID_CODE.c_str(), e.GetID());
+  tsfPutParam(handle, ID_MAJOR.c_str(), e.GetMajor());
+  tsfPutParam(handle, ID_INV_FLATNESS.c_str(), e.GetInvFlatness());
+  tsfEndSection(handle);
 }
 
 int CKvEllipsoidList::WriteCustomEllipsoids(const std::string& file) {
   void* handle = tsfCreate(file.c_str());
   if (!handle) return tsfGetErrorGlb();
   tsfAddTarget(handle, ID_TARGET.c_str());
-  for (const CKvEllipsoid* e : m_lstCustom) {
-    tsfAddSection(handle, ID_SECTION.c_str());
-    tsfPutParam(handle, ID_NAME.c_str(), e->GetName());
-    tsfPutParam(handle, ID_CODE.c_str(), e->GetID());
-    tsfPutParam(handle, ID_MAJOR.c_str(), e->GetMajor());
-    tsfPutParam(handle, ID_INV_FLATNESS.c_str(), e->GetInvFlatness());
-    tsfEndSection(handle);
-  }
+  for (const CKvEllipsoid* e : m_lstCustom) _Write(handle, *e);
   tsfWrite(handle, file.c_str());
   return tsfClose(&handle);
+}
+
+int CKvEllipsoidList::SaveCustomEllipsoids(const std::string& file, std::string& report) {
+  std::vector<CKvCustomFile::SRecord> now;
+  for (const CKvEllipsoid* e : m_lstCustom)
+    now.push_back({e, m_CustomFile.Format([this, e](void* f) { _Write(f, *e); })});
+  return m_CustomFile.Save(file, now, report);
 }
 
 CKvEllipsoid* CKvEllipsoidList::GetEllipsoid(const std::string& id) {

@@ -3,6 +3,7 @@
 #include <list>
 #include <string>
 
+#include "catalogue/KvCustomFile.h"
 #include "catalogue/KvEllipsoid.h"
 #include "catalogue/KvEllipsoidListIDs.h"
 #include "platform/KvCartExport.h"
@@ -29,11 +30,24 @@ class KVCART_API CKvEllipsoidList : public CKvEllipsoidListIDs {
 
   // Appends the ellipsoids of a catalogue file to the custom or predefined
   // list and returns the parameter-file library's status.  The complete list
-  // is not rebuilt here: call GenerateCompleteList() afterwards.
+  // is not rebuilt here: call GenerateCompleteList() afterwards.  The
+  // readable ellipsoids of a damaged file are taken; one whose axis or
+  // flattening does not read as a number is left out.  The first problem is
+  // returned and left in the parameter-file library's global error.
   int ReadEllipsoids(const std::string& file, bool custom);
+  // ReadEllipsoids(file, true) for the user's own file, noting what was read
+  // for SaveCustomEllipsoids.
+  int ReadCustomEllipsoids(const std::string& file);
   // Writes the custom list (never the predefined one) to `file`, replacing it
   // atomically; returns the parameter-file library's status.
   int WriteCustomEllipsoids(const std::string& file);
+  // Applies this process's additions, edits and deletions of custom
+  // ellipsoids to the user's file at `file` as it is now (see
+  // CKvCustomFile); returns the parameter-file status, with what went wrong
+  // in `report`.
+  int SaveCustomEllipsoids(const std::string& file, std::string& report);
+  // What was read from the user's file, and whether it was read whole.
+  const CKvCustomFile& GetCustomFile() const { return m_CustomFile; }
 
   // The first ellipsoid of the complete list with exactly this identifier
   // (or name); null if none.  A predefined ellipsoid therefore shadows a
@@ -58,6 +72,9 @@ class KVCART_API CKvEllipsoidList : public CKvEllipsoidListIDs {
  private:
   void _copy(const CKvEllipsoidList& other);
   void _dealloc();
+  int _ReadFile(const std::string& file, bool custom, CKvCustomFile* noted);
+  // Adds `e` as a section of the file being built.
+  void _Write(void* handle, const CKvEllipsoid& e) const;
   bool _Holds(const CKvEllipsoid* e) const;
   std::list<CKvEllipsoid*>& _List(EEllipsoidTypes type);
 
@@ -67,4 +84,5 @@ class KVCART_API CKvEllipsoidList : public CKvEllipsoidListIDs {
   long m_nCustom;
   std::list<CKvEllipsoid*> m_lstComplete;  // not owning
   long m_nComplete;
+  CKvCustomFile m_CustomFile;  // never copied: it describes this list's records
 };

@@ -6,12 +6,16 @@
 
 #include "catalogue/KvGeographicalProjection.h"
 #include "catalogue/KvMapProjDetails.h"
+#include "catalogue/KvParameterSetFactory.h"
+#include "catalogue/KvParameterTable.h"
 #include "catalogue/KvTransverseMercatorProjection.h"
 #include "platform/KvConstants.h"
 #include "platform/tsf.h"
 #include "wkt/KvPRJParser.h"
 
 namespace {
+
+const char kTarget[] = "MAP_PROJECTION_DEFINITION";
 
 std::string KeyOf(const std::string& name) {
   return CKvPRJParser::ShortName(CString(name)).GetString();
@@ -23,7 +27,8 @@ CKvMapProjectionList::CKvMapProjectionList()
     : m_nNextOrder(0),
       m_nSeenRenames(CKvMapProjData::GetListedRenameCount()),
       m_bCodeIndexValid(false),
-      m_nCodeGeneration(0) {}
+      m_nCodeGeneration(0),
+      m_CustomFile(kTarget) {}
 
 CKvMapProjectionList::~CKvMapProjectionList() { _dealloc(); }
 
@@ -181,7 +186,7 @@ int CKvMapProjectionList::InitMapProjections(const std::string& systemFolder,
   }
   for (const char* file : {"map_projection.tsf", "state_plane_nad83.tsf", "state_plane_nad27.tsf"})
     ReadMapProjections(systemFolder + file, false);
-  ReadMapProjections(userFolder + "custom_projection.tsf", true);
+  _ReadFile(userFolder + "custom_projection.tsf", true, &m_CustomFile);
   // "NON-UTM" takes the values of the default transverse Mercator record and,
   // like the UTM zones, is read-only, so it never reaches the user's file.
   std::unique_ptr<CKvMapProjData> defaults(
@@ -198,34 +203,73 @@ int CKvMapProjectionList::InitMapProjections(const std::string& systemFolder,
 }
 
 int CKvMapProjectionList::ReadMapProjections(const std::string& path, bool userDefined) {
-  void* file = tsfLoadFile(path.c_str(), 1);
+  return _ReadFile(path, userDefined, nullptr);
+}
+
+int CKvMapProjectionList::_ReadFile(const std::string& path, bool userDefined,
+                                    CKvCustomFile* custom) {
+  void* file = tsfLoadFileRecover(path.c_str(), 1);
   if (!file) return tsfGetErrorGlb();
-  if (tsfPeekErrorGlb() != TSF_OK) return tsfClose(&file);
-  void* target = tsfTargetByNameNum(file, "MAP_PROJECTION_DEFINITION", 1);
+  // TSF_OK, or the first problem of a damaged file.
+  int status = tsfGetErrorGlb();
+  std::string problem = status != TSF_OK ? tsfGetErrorMessageGlb() : "";
+  auto refuse = [&](int why, const std::string& text) {
+    if (status != TSF_OK) return;
+    status = why;
+    problem = text;
+  };
+  void* target = tsfTargetByNameNum(file, kTarget, 1);
   const int sections = target ? tsfGetNoSections(target) : 0;
   for (int i = 1; i <= sections; ++i) {
     void* section = tsfSectionByNum(target, i);
+    // The text of a damaged record cannot be trusted; the load's problem
+    // already says so.
+    if (tsfIsDamaged(section)) continue;
     const std::string name = tsfGetName(section);
-    for (int index = 0; index < CKvMapProjData::GetNoOfProjections(); ++index) {
-      CKvMapProjData* record = CKvMapProjData::CreateDefaultParameterProjection(
-          CKvMapProjData::Enum2ProjectionType(index));
-      if (record->IsSectionID(name)) {
-        record->ReadFromHandle(section, userDefined);
-        AddMapProjection(record);
-        break;
+    CKvMapProjData* record = nullptr;
+    for (int index = 0; index < CKvMapProjData::GetNoOfProjections() && !record; ++index) {
+      record = CKvMapProjData::CreateDefaultParameterProjection(CKvMapProjData::Enum2ProjectionType(index));
+      if (!record->IsSectionID(name)) {
+        delete record;
+        record = nullptr;
       }
-      delete record;
     }
+    if (!record) continue;  // a method this library does not know
+    std::string reason;
+    if (!CKvParameterTable::Check(section, *CKvParameterSetFactory::InfoOf(record->GetProjectionType()), reason)) {
+      std::string recordName;
+      tsfGetParam(section, CKvMapProjDataIDs::ID_PROJECTION_NAME.c_str(), recordName);
+      refuse(TSF_ERR_TYPE, reason + "; the record '" + recordName + "' is left out");
+      delete record;
+      continue;
+    }
+    record->ReadFromHandle(section, userDefined);
+    AddMapProjection(record);
+    if (custom)
+      custom->NoteRead(record, section, custom->Format([record](void* f) { record->WriteToHandle(f); }));
   }
-  return tsfClose(&file);
+  tsfClose(&file);
+  if (status != TSF_OK) {
+    if (custom) custom->NoteDamage(problem);
+    tsfSetErrorGlb(status, problem.c_str());
+  }
+  return status;
 }
 
 int CKvMapProjectionList::WriteCustomMapProjections(const std::string& path) {
   void* file = tsfCreate(path.c_str());
   if (!file) return tsfGetErrorGlb();
-  tsfAddTarget(file, "MAP_PROJECTION_DEFINITION");
+  tsfAddTarget(file, kTarget);
   for (CKvMapProjData* record : m_lstProjections) record->WriteToHandle(file);
   const int written = tsfWrite(file, path.c_str());
   const int closed = tsfClose(&file);
   return written != TSF_OK ? written : closed;
+}
+
+int CKvMapProjectionList::SaveCustomMapProjections(const std::string& path, std::string& report) {
+  std::vector<CKvCustomFile::SRecord> now;
+  for (CKvMapProjData* record : m_lstProjections)
+    if (record->CanEdit())
+      now.push_back({record, m_CustomFile.Format([record](void* f) { record->WriteToHandle(f); })});
+  return m_CustomFile.Save(path, now, report);
 }

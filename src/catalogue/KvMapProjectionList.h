@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "catalogue/KvCustomFile.h"
 #include "catalogue/KvMapProjData.h"
 #include "platform/KvCartExport.h"
 
@@ -50,13 +51,23 @@ class KVCART_API CKvMapProjectionList {
 
   // Builds the catalogue in its fixed order: "LONG/LAT", "UTM-1" to
   // "UTM-60", the three system files, the user's file (editable records),
-  // "NON-UTM".  Missing files contribute nothing; returns TSF_OK.
+  // "NON-UTM".  Missing files contribute nothing; returns TSF_OK.  What was
+  // read from the user's file is noted for SaveCustomMapProjections.
   int InitMapProjections(const std::string& systemFolder, const std::string& userFolder);
   // Appends the records of one file; returns the parameter-file status.
+  // The readable records of a damaged file are taken; a record whose values
+  // do not read as numbers is left out.  The first problem is returned and
+  // left in the parameter-file library's global error.
   int ReadMapProjections(const std::string& path, bool userDefined);
   // Writes the editable records to `path`, replacing it atomically; returns
   // the parameter-file status.
   int WriteCustomMapProjections(const std::string& path);
+  // Applies this process's additions, edits and deletions of editable
+  // records to the user's file at `path` as it is now (see CKvCustomFile);
+  // returns the parameter-file status, with what went wrong in `report`.
+  int SaveCustomMapProjections(const std::string& path, std::string& report);
+  // What was read from the user's file, and whether it was read whole.
+  const CKvCustomFile& GetCustomFile() const { return m_CustomFile; }
 
   Iterator GetIteratorBegin();
   Iterator GetIteratorEnd();
@@ -80,6 +91,7 @@ class KVCART_API CKvMapProjectionList {
   };
 
   void _dealloc();
+  int _ReadFile(const std::string& path, bool userDefined, CKvCustomFile* custom);
   void _Index(CKvMapProjData* record, std::uint64_t order);
   void _Unindex(const CKvMapProjData* record, std::vector<SIndexEntry>* removed);
   void _Refile(const CKvMapProjData* record);
@@ -100,4 +112,5 @@ class KVCART_API CKvMapProjectionList {
   std::unordered_map<int, CKvMapProjData*> m_CodeIndex;
   bool m_bCodeIndexValid;
   std::uint64_t m_nCodeGeneration;
+  CKvCustomFile m_CustomFile;
 };

@@ -1,5 +1,8 @@
 #include "catalogue/KvParameterTable.h"
 
+#include <climits>
+#include <cmath>
+
 #include "cart/KvCartSetup.h"
 #include "catalogue/KvMapProjDetails.h"
 #include "datum/KvDatumShift.h"
@@ -36,11 +39,69 @@ double ReadValue(void* section, const SKvParameterRow& row) {
   return value;
 }
 
+enum class EWanted { eNumber, eWhole };
+
+// Whether parameter `index` of `keyword` is a finite number (a whole one
+// for eWhole); otherwise the reason.
+bool Reads(void* keyword, int index, EWanted wanted, std::string& reason) {
+  const char* key = tsfGetName(keyword);
+  void* param = tsfParamByNum(keyword, index);
+  const std::string where =
+      std::string(tsfGetName(tsfGetFile(keyword))) + ":" + std::to_string(tsfGetLine(keyword)) + ": ";
+  if (!param) {
+    reason = where + "'" + key + "' has no value " + std::to_string(index);
+    return false;
+  }
+  const int type = tsfGetParamType(param);
+  const bool number = (type == TSF_PARAM_INT || type == TSF_PARAM_DOUBLE) && std::isfinite(tsfGetDouble(param));
+  const bool whole = type == TSF_PARAM_INT && std::fabs(tsfGetDouble(param)) <= INT_MAX;
+  if (wanted == EWanted::eWhole ? whole : number) return true;
+  reason = where + "'" + key + "' is '" + tsfGetText(param) + "', not " +
+           (wanted == EWanted::eWhole ? "a whole number" : "a finite number");
+  return false;
+}
+
 int FieldOf(const SKvParameterSetInfo& info, int index) {
   return info.reversedDisplay ? info.count - 1 - index : index;
 }
 
 }  // namespace
+
+bool CKvParameterTable::Check(void* section, const SKvParameterSetInfo& info, std::string& reason) {
+  for (int i = 0; i < info.count; ++i) {
+    const SKvParameterRow& row = info.params[i];
+    // The key Read takes: the alternative one when the section holds it.
+    void* alt = row.altKey ? tsfKeywordByNameNum(section, row.altKey->c_str(), 1) : nullptr;
+    if (alt && row.alt == EKvAltKey::eDms) {
+      const int count = tsfGetNoParams(alt);
+      if (!Reads(alt, 1, EWanted::eWhole, reason)) return false;
+      if (count >= 2 && !Reads(alt, 2, EWanted::eWhole, reason)) return false;
+      if (count >= 3 && !Reads(alt, 3, EWanted::eNumber, reason)) return false;
+      continue;
+    }
+    void* keyword = alt ? alt : tsfKeywordByNameNum(section, row.key->c_str(), 1);
+    if (keyword && !Reads(keyword, 1, EWanted::eNumber, reason)) return false;
+    // A scale reduction R gives the scale (R - 1) / R.
+    if (alt && row.alt == EKvAltKey::eScaleReduction && tsfGetDouble(tsfParamByNum(alt, 1)) == 0.0) {
+      reason = std::string(tsfGetName(tsfGetFile(alt))) + ":" + std::to_string(tsfGetLine(alt)) + ": '" +
+               *row.altKey + "' is 0, which gives no scale";
+      return false;
+    }
+  }
+  // The registry's details have their own rules: read them on a scratch copy.
+  if (!CKvMapProjDetails().Read(section)) {
+    reason = std::string(tsfGetName(tsfGetFile(section))) + ":" + std::to_string(tsfGetLine(section)) +
+             ": its EPSG code, linear unit or TOWGS84 does not read (a positive whole code, a positive "
+             "factor, 3 or 7 numbers)";
+    return false;
+  }
+  return true;
+}
+
+bool CKvParameterTable::CheckNumber(void* section, const char* key, std::string& reason) {
+  void* keyword = tsfKeywordByNameNum(section, key, 1);
+  return !keyword || Reads(keyword, 1, EWanted::eNumber, reason);
+}
 
 double CKvParameterTable::DmsToDegrees(int degrees, int minutes, double seconds) {
   const double sign = degrees < 0 ? -1.0 : 1.0;

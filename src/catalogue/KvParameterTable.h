@@ -54,6 +54,16 @@ class KVCART_API CKvParameterTable {
   static void Read(void* section, const SKvParameterSetInfo& info, std::string& name,
                    std::string& branch, std::string& ellipsoid, double* values,
                    CKvMapProjDetails& details);
+  // Whether every value of `info` that a section holds reads as its kind:
+  // a finite number (degrees and minutes of a "_dms" key whole numbers), and
+  // the registry's details as CKvMapProjDetails::Read wants them, so that
+  // Read takes nothing as 0 or as missing that the file says otherwise.
+  // False with the reason ("path:line: 'Scale' is 'abc', not a finite
+  // number") otherwise.
+  static bool Check(void* section, const SKvParameterSetInfo& info, std::string& reason);
+  // The same for one key: true when the section lacks it or its first value
+  // is a finite number.
+  static bool CheckNumber(void* section, const char* key, std::string& reason);
   // Adds a section holding the strings, the values under their plain keys
   // and the details the record has.
   static void Write(void* handle, const SKvParameterSetInfo& info, const std::string& name,

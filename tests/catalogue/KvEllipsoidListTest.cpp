@@ -63,15 +63,19 @@ TEST(KvEllipsoidList, FileProblemsReturnTheLibraryStatusAndKeepWhatWasRead) {
   list.GenerateCompleteList();
   EXPECT_TRUE(Ids(list, CKvEllipsoidList::eAllEllipsoids).empty());
 
-  // Missing or mistyped keywords leave empty text and 0; other sections in the
-  // target are not ellipsoids.
+  // Missing keywords leave empty text and 0; other sections in the target are
+  // not ellipsoids.  A number that does not read as one is no 0: the
+  // ellipsoid is left out with the reason, and the rest is still read.
   WriteFile(dir + "partial.tsf",
             "[ELLIPSOID_DEFINITION]\n"
-            "  [REF_ELLIPSOID]\n    ID_Code = 'P1'\n    Semi_Major_Axis = 'big'\n  EndSect\n"
+            "  [REF_ELLIPSOID]\n    ID_Code = 'P1'\n  EndSect\n"
+            "  [REF_ELLIPSOID]\n    ID_Code = 'P2'\n    Semi_Major_Axis = 'big'\n  EndSect\n"
             "  [NOT_AN_ELLIPSOID]\n    ID_Code = 'NO'\n  EndSect\n"
             "  [REF_ELLIPSOID]\n    Ellipsoid_Name = 'Second'\n    Inverse_Flatness = 300\n  EndSect\n"
             "EndSect\n");
-  EXPECT_EQ(list.ReadEllipsoids(dir + "partial.tsf", true), TSF_OK);
+  EXPECT_EQ(list.ReadEllipsoids(dir + "partial.tsf", true), TSF_ERR_TYPE);
+  EXPECT_EQ(std::string(tsfGetErrorMessageGlb()),
+            dir + "partial.tsf:7: 'Semi_Major_Axis' is 'big', not a finite number; the ellipsoid 'P2' is left out");
   list.GenerateCompleteList();
   ASSERT_EQ(Ids(list, CKvEllipsoidList::eCustomEllipsoids), (std::vector<std::string>{"P1", ""}));
   EXPECT_EQ(list.GetEllipsoid("P1")->GetMajor(), 0.0);
