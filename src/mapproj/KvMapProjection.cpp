@@ -352,7 +352,7 @@ bool CKvMapProjection::IsValid(const char* s) {
   if (ParsedType(s) != D::eUndefined) return true;
   if (text.Compare("UTM") == 0 || CKvPRJParser::IsPRJ(text)) return false;
   if (IsSpecialName(text)) return true;
-  return _Exists(s, 15);
+  return _Exists(text.GetString(), 15);
 }
 
 bool CKvMapProjection::IsGeoreferenced(const char* s) { return !IsLocal(s) && IsValid(s); }
@@ -361,7 +361,7 @@ bool CKvMapProjection::HasDatum(const char* s) {
   if (ParsedType(s) != D::eUndefined) return true;
   const CString text = Trimmed(s);
   if (text.Compare("UTM") == 0 || IsSpecialName(text)) return false;
-  return _Exists(s, 3);
+  return _Exists(text.GetString(), 3);
 }
 
 bool CKvMapProjection::IsProjectionOfType(const char* s, CKvMapProjData::EProjectionType type) {
@@ -413,7 +413,7 @@ bool CKvMapProjection::AreIdentical(const char* a, const char* b) {
 
 const char* CKvMapProjection::ShortName(const char* s) {
   thread_local CString buffer;
-  buffer = CKvPRJParser::ShortName(s);
+  buffer = CKvPRJParser::ShortName(Trimmed(s));
   return buffer.GetString();
 }
 
@@ -463,7 +463,7 @@ const char* CKvMapProjection::EnumEllipsoids(CKvEllipsoidList::EEllipsoidTypes t
 // The catalogues
 
 CKvEllipsoid* CKvMapProjection::Ellipsoid(const char* name) {
-  return CKvCartSetup::Instance().Ellipsoid(name);
+  return CKvCartSetup::Instance().Ellipsoid(Trimmed(name).GetString());
 }
 
 CKvEllipsoid* CKvMapProjection::EllipsoidFromID(const char* id) {
@@ -475,7 +475,7 @@ CKvEllipsoid* CKvMapProjection::EllipsoidFromName(const char* name) {
 }
 
 CKvMapProjData* CKvMapProjection::MapProjection(const char* name) {
-  return CKvCartSetup::Instance().MapProjection(name);
+  return CKvCartSetup::Instance().MapProjection(Trimmed(name).GetString());
 }
 
 void CKvMapProjection::AddMapProjection(CKvMapProjData* record) {

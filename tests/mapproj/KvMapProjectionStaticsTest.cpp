@@ -88,3 +88,40 @@ TEST(KvMapProjectionStatics, ListsAndEditsEllipsoidsThroughTheStatics) {
 }
 
 }  // namespace
+
+// Resolution trims the string, so every query answers for " UTM-32 " what it
+// answers for "UTM-32".
+TEST(KvMapProjectionStatics, EveryQueryTrimsAsResolutionDoes) {
+  kvtest::EnsureCatalogue();
+  const char* const names[] = {"UTM-32", "LONG/LAT", "NON-UTM", "No such system",
+                               "PROJCS[\"x\",GEOGCS[\"g\",DATUM[\"d\",SPHEROID[\"s\",6378137,298.257223563]],"
+                               "PRIMEM[\"Greenwich\",0],UNIT[\"Degree\",0.0174532925199433]],"
+                               "PROJECTION[\"Transverse_Mercator\"],PARAMETER[\"Central_Meridian\",9],"
+                               "PARAMETER[\"Scale_Factor\",0.9996],UNIT[\"Meter\",1]]"};
+  for (const char* name : names) {
+    for (const std::string& padded : {" " + std::string(name) + " ", "\t" + std::string(name) + "\r\n"}) {
+      SCOPED_TRACE("'" + padded + "'");
+      const char* p = padded.c_str();
+      EXPECT_EQ(M::IsValid(p), M::IsValid(name));
+      EXPECT_EQ(M::HasDatum(p), M::HasDatum(name));
+      EXPECT_EQ(M::IsGeoreferenced(p), M::IsGeoreferenced(name));
+      EXPECT_EQ(M::IsGeographical(p), M::IsGeographical(name));
+      EXPECT_EQ(M::IsLocal(p), M::IsLocal(name));
+      EXPECT_EQ(M::IsLongLat(p), M::IsLongLat(name));
+      for (int mask : {1, 2, 3, 4, 8, 12, 15}) EXPECT_EQ(M::IsType(mask, p), M::IsType(mask, name)) << mask;
+      EXPECT_EQ(M::IsProjectionOfType(p, CKvMapProjData::eTransverseMercator),
+                M::IsProjectionOfType(name, CKvMapProjData::eTransverseMercator));
+      EXPECT_EQ(M::GetCoordSysType(p), M::GetCoordSysType(name));
+      EXPECT_EQ(M::AreIdentical(p, name), M::IsValid(name));
+      EXPECT_EQ(M::AreIdentical(name, p), M::IsValid(name));
+      EXPECT_EQ(std::string(M::ShortName(p)), std::string(M::ShortName(name)));
+      EXPECT_EQ(M::Ellipsoid(p), M::Ellipsoid(name));
+      EXPECT_EQ(M::MapProjection(p), M::MapProjection(name));
+    }
+  }
+  // The catalogue name answers as itself, not as a string that names nothing.
+  EXPECT_TRUE(M::IsValid(" UTM-32 "));
+  EXPECT_TRUE(M::AreIdentical(" UTM-32 ", "UTM-32"));
+  EXPECT_NE(M::Ellipsoid(" UTM-32 "), nullptr);
+  CKvCartSetup::Instance().m_bMapProjectionListModified = false;
+}
