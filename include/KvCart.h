@@ -27,13 +27,39 @@
  * Units.  Angles are decimal degrees, longitude first; projected
  * coordinates are in the coordinate system's own units, easting first.
  *
- * Exceptions.  Only the three CREATE entries, S_PROJECTIONORIGIN and
- * C_KVC_CONVERT2PROJ4 catch.  The others let a C++ exception pass, which a C caller cannot handle: give
- * them non-null strings, and do not pass "UTM" (a zone is required) to
- * NewKvProjection.
+ * Failures.  No entry lets a C++ exception reach its caller, and none ends
+ * the process (the only deliberate stops are the internal consistency
+ * checks of a few engines).  When something is raised inside, an entry with
+ * a status sets it to -1 (creation: the handle variable keeps what it
+ * held); an entry without one gives its neutral result: 0 for the S_
+ * booleans, the answer for an unknown name from S_GETCOORDSYSTYPE, null
+ * from NewKvProjection and C_KVC_GETPROJECTION, 0.0 from the angle
+ * entries, -1 from the int entries of the converter, 0 from its byte
+ * entries, and outputs left as they were by the point conversions.  So
+ * "UTM" without a zone gives status -1 from C_KVMP_CREATE and null from
+ * NewKvProjection.  Null strings, handles and output pointers are answered
+ * the same way; a handle must otherwise be a live one of its family.
  *
- * Threads.  Call CARTSETUPLINUX once before any other thread uses the
- * library; the catalogues are shared without locks.
+ * Threads.  CARTSETUPLINUX must return before any other call starts, in
+ * any thread, and must not run again while other calls run.  After it,
+ * every entry may be called from any number of threads at once: creating,
+ * converting with, querying and destroying objects, each thread with its
+ * own handles or sharing a handle for the conversions and queries (never
+ * destroying a handle another thread still uses).  Texts that the S_
+ * entries build are kept per thread.  CARTSAVEUSERFILES and
+ * CARTGETLASTERROR may also run at any time.  Editing the catalogues
+ * through the class interface (adding, editing, deleting records or
+ * ellipsoids) must not overlap any other call.
+ *
+ * The user's files.  Changes to the user's catalogues (made through the
+ * class interface) are saved when the process ends, or earlier with
+ * CARTSAVEUSERFILES: this process's own additions, edits and deletions are
+ * merged into the files as they are then, under a lock on the folder, so
+ * that processes sharing a folder lose nothing.  A process that changed
+ * nothing never writes.  A custom file that cannot be read whole is left
+ * as it is, and when a save has to rewrite it a copy is kept beside it
+ * ("<name>.damaged-<time>").  Problems are told by CARTGETLASTERROR, and at
+ * exit on the standard error.
  */
 
 #if defined(KVCART_BUILDING)
@@ -56,9 +82,20 @@ typedef struct CKvProjection KvProjectionEngine;
 /* Loads the ellipsoid and projection catalogues from systemFolder and the
  * user's custom files from userFolder.  Folders are joined to file names as
  * given, so each must end with '/'.  Missing files leave their part of the
- * catalogue empty.  Calling it again appends the files' contents once more.
- * A null folder raises std::logic_error, which is not caught. */
+ * catalogue empty; the readable records of a damaged custom file are taken
+ * and the problem is told by CARTGETLASTERROR.  Calling it again appends
+ * the files' contents once more.  A null folder makes the call do nothing. */
 KVCART_C_API void CARTSETUPLINUX(const char* systemFolder, const char* userFolder);
+
+/* The latest problem with the user's custom files ("" when none), by the
+ * text rule above: a file that could not be read whole, a save that failed,
+ * a damaged file kept aside. */
+KVCART_C_API void CARTGETLASTERROR(char* buffer, int size, int* status);
+
+/* Saves the changes to the user's catalogues now instead of at exit:
+ * 0 when the files hold them (or there was nothing to save), -1 when a save
+ * failed (CARTGETLASTERROR says why). */
+KVCART_C_API int CARTSAVEUSERFILES(void);
 
 /* ---- map-projection handles ------------------------------------------ */
 
@@ -89,8 +126,8 @@ KVCART_C_API void C_KVMP_GEO2XYZ(void* handle, double lon, double lat, double h,
                                  double* Y, double* Z);
 
 /* A new projection engine for a coordinate-system string, or null when the
- * string resolves to none.  The caller owns it; from C++ delete it (its
- * destructor is virtual).  Does not catch: "UTM" raises std::out_of_range. */
+ * string resolves to none (or is "UTM" without a zone).  The caller owns it;
+ * from C++ delete it (its destructor is virtual). */
 KVCART_C_API KvProjectionEngine* NewKvProjection(const char* coordSys);
 
 /* ---- queries on coordinate-system strings ---------------------------- */
@@ -127,8 +164,7 @@ KVCART_C_API void S_PROJECTIONORIGIN(const char* coordSys, double* lon, double* 
 /* Builds a converter between a source and a target coordinate-system string
  * (WKT or catalogue names).  Strings that name nothing known still give a
  * handle and status 0; "UTM" without a zone, a null string or any other
- * exception raised inside gives status -1 and leaves *handle as it was.
- * This entry catches; the other C_KVDC_ entries check nothing. */
+ * exception raised inside gives status -1 and leaves *handle as it was. */
 KVCART_C_API void C_KVDC_CREATE(const char* source, const char* target, void** handle,
                                 int* status);
 /* Deletes *handle and sets it to null: status and result 0.  A null *handle
@@ -178,7 +214,7 @@ KVCART_C_API int C_KVDC_INVERTORDER(void* handle);
  * there.  "UTM" alone takes the UTM zone of lon0.  A string that names
  * nothing known still gives a handle and status 0; a null string or an
  * exception raised inside (" UTM " with blanks, for one) gives status -1
- * and leaves *handle as it was.  This entry catches. */
+ * and leaves *handle as it was. */
 KVCART_C_API void C_KVC_CREATE(const char* coordSys, void** handle, int* status, double lon0,
                                double lat0, double orientation);
 /* Deletes *handle and sets it to null (status 0); a null *handle gives
@@ -212,8 +248,8 @@ KVCART_C_API void C_KVC_PROJ2XY(void* handle, double east, double north, double*
 /* The proj4 parameter string of a coordinate-system string, by the text
  * rule above; "" for a string that resolves to no engine.  towgs84 with
  * count >= 1 replaces the system's datum shift (missing values are 0).
- * This entry catches: a null string or generic "UTM" gives status -1 and
- * leaves the buffer untouched. */
+ * A null string or generic "UTM" gives status -1 and leaves the buffer
+ * untouched. */
 KVCART_C_API void C_KVC_CONVERT2PROJ4(const char* coordSys, double* towgs84, int count,
                                       char* buffer, int size, int* status);
 

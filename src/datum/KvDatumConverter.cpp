@@ -142,8 +142,10 @@ CKvDatumConverter::CKvDatumConverter(const char* source, const char* target)
   if (!source || !target) throw std::invalid_argument("null coordinate-system string");
   m_bLocal = CKvMapProjection::IsLocal(source) || CKvMapProjection::IsLocal(target);
   // The source must not leak when the target raises ("UTM" alone).
-  std::unique_ptr<CKvMapProjection> s(new CKvMapProjection(source));
-  std::unique_ptr<CKvMapProjection> t(new CKvMapProjection(target));
+  // The string form lets an allocation failure reach the caller instead of
+  // ending the process.
+  std::unique_ptr<CKvMapProjection> s(new CKvMapProjection(std::string(source)));
+  std::unique_ptr<CKvMapProjection> t(new CKvMapProjection(std::string(target)));
   m_pSource = s.release();
   m_pTarget = t.release();
   _init();

@@ -36,7 +36,9 @@ bool IsSpecialName(const CString& text) {
 std::unique_ptr<CKvPRJParser> ReadBack(const char* s, bool orderParallels) {
   std::unique_ptr<CKvMapProjection> object;
   try {
-    object.reset(new CKvMapProjection(s));
+    // The string form lets every exception reach the caller (the C entries
+    // turn them into a status); the const char* form would end the process.
+    object.reset(new CKvMapProjection(std::string(s)));
   } catch (const std::out_of_range&) {
     return nullptr;
   }
@@ -113,17 +115,21 @@ CKvMapProjection& CKvMapProjection::operator=(const CKvMapProjection& other) {
 
 CKvMapProjection::~CKvMapProjection() { delete m_pProjection; }
 
+// The engine is owned by a guard until the object is complete: an exception
+// on the way (an allocation failure) must not leak it, since the destructor
+// of an object under construction does not run.
 void CKvMapProjection::_Resolve(const char* string) {
-  m_pProjection = GetProjection(string, &m_ProjectionInfo);
-  if (!m_pProjection) return;
+  std::unique_ptr<CKvProjection> engine(GetProjection(string, &m_ProjectionInfo));
+  if (!engine) return;
   CString text(string);
   if (!CKvPRJParser::IsPRJ(text) && !IsType(12, string)) {
     // A catalogue name is kept as the WKT of its engine.
-    CKvPRJParser parser(*m_pProjection);
+    CKvPRJParser parser(*engine);
     parser.Format(text);
     m_ProjectionInfo.SetProjectionInfo(parser);
   }
   m_strProjectionString = text.GetString();
+  m_pProjection = engine.release();
 }
 
 CKvProjection* CKvMapProjection::GetProjection(const char* string, CKvProjectionInfo* info) {
@@ -134,9 +140,9 @@ CKvProjection* CKvMapProjection::GetProjection(const char* string, CKvProjection
   CKvPRJParser parser(text);
   parser.Parse(false);
   if (parser.GetProjectionType() != D::eUndefined) {
-    if (CKvProjection* engine = parser.CreateMapProjection()) {
+    if (std::unique_ptr<CKvProjection> engine{parser.CreateMapProjection()}) {
       if (info) info->SetProjectionInfo(parser);
-      return engine;
+      return engine.release();
     }
   }
   if (text.Compare("UTM") == 0) throw std::out_of_range("Can't use generic UTM");
@@ -372,7 +378,9 @@ bool CKvMapProjection::_Exists(const char* name, int mask) {
   return Catalogue().GetMapProjection(name) && IsType(mask, name);
 }
 
-int CKvMapProjection::GetCoordSysType(const char* s) { return CKvMapProjection(s).GetCoordSysType(); }
+int CKvMapProjection::GetCoordSysType(const char* s) {
+  return CKvMapProjection(std::string(s)).GetCoordSysType();
+}
 
 bool CKvMapProjection::AreIdentical(const char* a, const char* b) {
   if (!IsValid(a) || !IsValid(b)) return false;
@@ -394,7 +402,7 @@ bool CKvMapProjection::AreIdentical(const char* a, const char* b) {
   pb->GetPrimeMeridian(mb, pmb);
   if (!KvConst::IsClose(pma, pmb)) return false;
   CKvEllipsoid ea, eb;
-  CKvMapProjection oa(a), ob(b);
+  const CKvMapProjection oa{std::string(a)}, ob{std::string(b)};
   oa.GetProjection()->GetAnonymousEllipsoid(ea);
   ob.GetProjection()->GetAnonymousEllipsoid(eb);
   if (!ea.IsEquivalent(eb)) return false;

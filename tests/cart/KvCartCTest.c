@@ -80,3 +80,12 @@ int kvct_origin(const char* coordSys, double* lon, double* lat) {
   S_PROJECTIONORIGIN(coordSys, lon, lat, &status);
   return status;
 }
+
+/* The set-up's last problem into buffer; returns the status. */
+int kvct_last_error(char* buffer, int size) {
+  int status = 99;
+  CARTGETLASTERROR(buffer, size, &status);
+  return status;
+}
+
+int kvct_save(void) { return CARTSAVEUSERFILES(); }
