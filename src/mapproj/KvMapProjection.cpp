@@ -8,6 +8,7 @@
 
 #include "cart/KvCartSetup.h"
 #include "engines/KvProjection.h"
+#include "mapproj/KvGeocentric.h"
 #include "mapproj/KvVincenty.h"
 #include "platform/KvConstants.h"
 #include "platform/String.h"
@@ -272,37 +273,16 @@ void CKvMapProjection::Geo2XYZ(double lon, double lat, double h, double* X, doub
   if (!m_pProjection) return;
   CKvEllipsoid ellipsoid;
   m_pProjection->GetAnonymousEllipsoid(ellipsoid);
-  const double a = ellipsoid.GetMajor();
-  const double e = ellipsoid.GetEccentricity();
-  const double e2 = e * e;
-  const double phi = lat * KvConst::kDegToRad, lambda = lon * KvConst::kDegToRad;
-  const double sinPhi = std::sin(phi);
-  const double N = a / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
-  *X = (N + h) * std::cos(phi) * std::cos(lambda);
-  *Y = (N + h) * std::cos(phi) * std::sin(lambda);
-  *Z = ((1.0 - e2) * N + h) * sinPhi;
+  CKvGeocentric::Geo2XYZ(ellipsoid, lon, lat, h, X, Y, Z);
 }
 
-// One Bowring step, no iteration.
+// Two Bowring steps, not one: one step is 1.5 mm off near the surface.
 void CKvMapProjection::XYZ2Geo(double X, double Y, double Z, double* lon, double* lat,
                                double* h) const {
   if (!m_pProjection) return;
   CKvEllipsoid ellipsoid;
   m_pProjection->GetAnonymousEllipsoid(ellipsoid);
-  const double a = ellipsoid.GetMajor(), b = ellipsoid.GetMinor(), f = ellipsoid.GetFlatness();
-  const double e = ellipsoid.GetEccentricity();
-  const double e2 = e * e;
-  const double p = std::sqrt(X * X + Y * Y);
-  const double r = std::sqrt(X * X + Y * Y + Z * Z);
-  const double u = std::atan((Z / p) * ((1.0 - f) + a * e2 / r));
-  const double lambda = std::atan2(Y, X);
-  const double sinU = std::sin(u), cosU = std::cos(u);
-  const double phi = std::atan((Z + ((a * a - b * b) / (b * b)) * b * sinU * sinU * sinU) /
-                               (p - a * e2 * cosU * cosU * cosU));
-  const double sinPhi = std::sin(phi);
-  *h = p / std::cos(phi) - a / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
-  *lon = lambda * KvConst::kRadToDeg;
-  *lat = phi * KvConst::kRadToDeg;
+  CKvGeocentric::XYZ2Geo(ellipsoid, X, Y, Z, lon, lat, h);
 }
 
 bool CKvMapProjection::GetDistance(double lon1, double lat1, double lon2, double lat2,

@@ -145,8 +145,8 @@ TEST_F(KvMapProjectionTest, ConvertsToGeocentricAndBack) {
     longLat.Geo2XYZ(12.5, latitude, 350.0, &X, &Y, &Z);
     longLat.XYZ2Geo(X, Y, Z, &lon, &lat, &h);
     EXPECT_NEAR(lon, 12.5, 1e-12);
-    EXPECT_NEAR(lat, latitude, 1e-10);  // about 10 micrometres on the ground
-    EXPECT_NEAR(h, 350.0, 1e-4);
+    EXPECT_NEAR(lat, latitude, 1e-13);
+    EXPECT_NEAR(h, 350.0, 1e-8);
   }
 }
 
