@@ -175,13 +175,24 @@ void CKvCustomFile::NoteDamage(const std::string& reason) {
 }
 
 std::string CKvCustomFile::Format(const std::function<void(void* file)>& write) const {
-  void* file = tsfCreate("<record>");
+  return FormatAll(1, [&write](void* file, std::size_t) { write(file); }).front();
+}
+
+std::vector<std::string> CKvCustomFile::FormatAll(
+    std::size_t count, const std::function<void(void* file, std::size_t i)>& write) const {
+  std::vector<std::string> texts(count);
+  void* file = tsfCreate("<records>");
   void* target = tsfAddTarget(file, m_strTarget.c_str());
-  write(file);
-  std::string text;
-  if (target && tsfGetNoSections(target) > 0) tsfFormatSection(tsfSectionByNum(target, 1), text);
+  int sections = 0;
+  for (std::size_t i = 0; i < count && target; ++i) {
+    write(file, i);
+    // A record that writes nothing (a read-only one) has no text.
+    if (tsfGetNoSections(target) == sections) continue;
+    sections = tsfGetNoSections(target);
+    tsfFormatSection(tsfSectionByNum(target, sections), texts[i]);
+  }
   tsfClose(&file);
-  return text;
+  return texts;
 }
 
 std::vector<CKvCustomFile::SChange> CKvCustomFile::_Changes(const std::vector<SRecord>& now) const {

@@ -56,6 +56,7 @@ int CKvEllipsoidList::_ReadFile(const std::string& file, bool custom, CKvCustomF
   void* target = tsfTargetByNameNum(handle, ID_TARGET.c_str(), 1);
   void* first = target ? tsfSectionByNameNum(target, ID_SECTION.c_str(), 1) : nullptr;
   const int count = first ? tsfGetNoInstances(first) : 0;
+  std::vector<std::pair<CKvEllipsoid*, void*>> read;  // ellipsoid and its section
   for (int i = 1; i <= count; ++i) {
     void* section = tsfSectionByNameNum(target, ID_SECTION.c_str(), i);
     if (!section || tsfIsDamaged(section)) continue;
@@ -83,7 +84,12 @@ int CKvEllipsoidList::_ReadFile(const std::string& file, bool custom, CKvCustomF
       m_lstPredefined.push_back(e);
       ++m_nPredefined;
     }
-    if (noted) noted->NoteRead(e, section, noted->Format([this, e](void* f) { _Write(f, *e); }));
+    read.emplace_back(e, section);
+  }
+  if (noted) {
+    const std::vector<std::string> written =
+        noted->FormatAll(read.size(), [&](void* f, std::size_t i) { _Write(f, *read[i].first); });
+    for (std::size_t i = 0; i < read.size(); ++i) noted->NoteRead(read[i].first, read[i].second, written[i]);
   }
   tsfClose(&handle);
   if (status != TSF_OK) {
@@ -112,9 +118,11 @@ int CKvEllipsoidList::WriteCustomEllipsoids(const std::string& file) {
 }
 
 int CKvEllipsoidList::SaveCustomEllipsoids(const std::string& file, std::string& report) {
+  const std::vector<const CKvEllipsoid*> custom(m_lstCustom.begin(), m_lstCustom.end());
+  const std::vector<std::string> texts =
+      m_CustomFile.FormatAll(custom.size(), [&](void* f, std::size_t i) { _Write(f, *custom[i]); });
   std::vector<CKvCustomFile::SRecord> now;
-  for (const CKvEllipsoid* e : m_lstCustom)
-    now.push_back({e, m_CustomFile.Format([this, e](void* f) { _Write(f, *e); })});
+  for (std::size_t i = 0; i < custom.size(); ++i) now.push_back({custom[i], texts[i]});
   return m_CustomFile.Save(file, now, report);
 }
 

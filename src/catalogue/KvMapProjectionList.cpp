@@ -220,6 +220,7 @@ int CKvMapProjectionList::_ReadFile(const std::string& path, bool userDefined,
   };
   void* target = tsfTargetByNameNum(file, kTarget, 1);
   const int sections = target ? tsfGetNoSections(target) : 0;
+  std::vector<std::pair<CKvMapProjData*, void*>> read;  // record and its section
   for (int i = 1; i <= sections; ++i) {
     void* section = tsfSectionByNum(target, i);
     // The text of a damaged record cannot be trusted; the load's problem
@@ -245,8 +246,12 @@ int CKvMapProjectionList::_ReadFile(const std::string& path, bool userDefined,
     }
     record->ReadFromHandle(section, userDefined);
     AddMapProjection(record);
-    if (custom)
-      custom->NoteRead(record, section, custom->Format([record](void* f) { record->WriteToHandle(f); }));
+    read.emplace_back(record, section);
+  }
+  if (custom) {
+    const std::vector<std::string> written =
+        custom->FormatAll(read.size(), [&read](void* f, std::size_t i) { read[i].first->WriteToHandle(f); });
+    for (std::size_t i = 0; i < read.size(); ++i) custom->NoteRead(read[i].first, read[i].second, written[i]);
   }
   tsfClose(&file);
   if (status != TSF_OK) {
@@ -267,9 +272,12 @@ int CKvMapProjectionList::WriteCustomMapProjections(const std::string& path) {
 }
 
 int CKvMapProjectionList::SaveCustomMapProjections(const std::string& path, std::string& report) {
-  std::vector<CKvCustomFile::SRecord> now;
+  std::vector<CKvMapProjData*> editable;
   for (CKvMapProjData* record : m_lstProjections)
-    if (record->CanEdit())
-      now.push_back({record, m_CustomFile.Format([record](void* f) { record->WriteToHandle(f); })});
+    if (record->CanEdit()) editable.push_back(record);
+  const std::vector<std::string> texts = m_CustomFile.FormatAll(
+      editable.size(), [&editable](void* f, std::size_t i) { editable[i]->WriteToHandle(f); });
+  std::vector<CKvCustomFile::SRecord> now;
+  for (std::size_t i = 0; i < editable.size(); ++i) now.push_back({editable[i], texts[i]});
   return m_CustomFile.Save(path, now, report);
 }
