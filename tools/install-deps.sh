@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs when they are missing:
 # compiler and CMake, GoogleTest and Google Benchmark, CLI11 for the kvcart
-# program, python3 for its end-to-end test.  Does nothing when all are there.
+# program, python3 for its end-to-end test, clang for the fuzz targets.
+# Does nothing when all are there.
 set -euo pipefail
-packages=(g++ cmake libgtest-dev libbenchmark-dev libcli11-dev python3)
+packages=(g++ cmake libgtest-dev libbenchmark-dev libcli11-dev python3 clang)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" > /dev/null 2>&1 || missing+=("$p")
