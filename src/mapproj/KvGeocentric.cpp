@@ -73,26 +73,38 @@ void CKvGeocentric::XYZ2Geo(const CKvEllipsoid& ellipsoid, double X, double Y, d
   const double ep2 = e2 / (1.0 - e2);  // e'^2, the second eccentricity squared
   const double p = std::hypot(X, Y);
   const double lambda = std::atan2(Y, X);
-  double phi;
+  double phi, sinPhi, cosPhi;
   if (std::hypot(p, Z) < kDeepInside * a) {
     double x, y;
     Foot(a, b, p, std::fabs(Z), &x, &y);
     phi = std::copysign(std::atan2(a * a * y, b * b * x), Z);
+    sinPhi = std::sin(phi);
+    cosPhi = std::cos(phi);
   } else {
-    // Bowring's first estimate of the parametric latitude u, then two steps
-    // of tan(phi) = (Z + e'^2 b sin^3 u) / (p - e^2 a cos^3 u) with
-    // tan(u) = (b / a) tan(phi) in between.
+    // Bowring: a first estimate of the parametric latitude u, then
+    // tan(phi) = (Z + e'^2 b sin^3 u) / (p - e^2 a cos^3 u).
     const double r = std::hypot(p, Z);
-    double u = std::atan2(Z * (b / a + a * e2 / r), p);
-    for (int step = 0; step < 2; ++step) {
-      if (step > 0) u = std::atan2(b * std::sin(phi), a * std::cos(phi));
-      const double sinU = std::sin(u), cosU = std::cos(u);
-      phi = std::atan2(Z + ep2 * b * sinU * sinU * sinU, p - e2 * a * cosU * cosU * cosU);
-    }
+    const double u = std::atan2(Z * (b / a + a * e2 / r), p);
+    const double sinU = std::sin(u), cosU = std::cos(u);
+    phi = std::atan2(Z + ep2 * b * sinU * sinU * sinU, p - e2 * a * cosU * cosU * cosU);
+    sinPhi = std::sin(phi);
+    cosPhi = std::cos(phi);
+    // One Newton step on F(phi) = p sin(phi) - Z cos(phi) - e^2 N sin(phi)
+    // cos(phi), which is zero when the point lies on the normal at phi.  The
+    // step is below 1e-12 rad, so sin and cos follow to first order.
+    const double W2 = 1.0 - e2 * sinPhi * sinPhi;
+    const double N = a / std::sqrt(W2);
+    const double F = p * sinPhi - Z * cosPhi - e2 * N * sinPhi * cosPhi;
+    const double dF = p * cosPhi + Z * sinPhi -
+                      e2 * N * ((cosPhi - sinPhi) * (cosPhi + sinPhi) + e2 * sinPhi * sinPhi * cosPhi * cosPhi / W2);
+    const double step = -F / dF;
+    phi += step;
+    const double s = sinPhi + step * cosPhi, c = cosPhi - step * sinPhi;
+    sinPhi = s;
+    cosPhi = c;
   }
   // The height along the normal, without dividing by cos(phi): exact on the
   // polar axis as well.
-  const double sinPhi = std::sin(phi), cosPhi = std::cos(phi);
   *h = p * cosPhi + Z * sinPhi - a * std::sqrt(1.0 - e2 * sinPhi * sinPhi);
   *lon = lambda * KvConst::kRadToDeg;
   *lat = phi * KvConst::kRadToDeg;
