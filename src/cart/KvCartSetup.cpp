@@ -62,7 +62,8 @@ int CKvCartSetup::_Save(std::string& told) {
   // nothing to do with this process, so nothing is written.
   if (m_strUserFolder.empty()) return TSF_OK;
   int status = TSF_OK;
-  auto save = [&](int result, const std::string& report) {
+  // Keeps what a save had to tell and the first failure.
+  auto note = [&](int result, const std::string& report) {
     if (report.empty()) return;
     if (!told.empty()) told += "; ";
     told += report;
@@ -71,11 +72,11 @@ int CKvCartSetup::_Save(std::string& told) {
   std::string report;
   if (m_bMapProjectionListModified) {
     const int result = m_MapProjectionList.SaveCustomMapProjections(m_strUserFolder + kCustomProjections, report);
-    save(result, report);
+    note(result, report);
   }
   if (m_bEllipsoidListModified) {
     const int result = m_EllipsoidList.SaveCustomEllipsoids(m_strUserFolder + kCustomEllipsoids, report);
-    save(result, report);
+    note(result, report);
   }
   if (!told.empty()) m_strLastError = told;
   return status;
