@@ -6,15 +6,16 @@
  *
  * Handles.  C_KVMP_CREATE, C_KVC_CREATE and C_KVDC_CREATE hand out the
  * address of a heap map-projection object, local grid or datum converter as
- * a void*.  The library keeps no table of handles and checks none: every
- * other entry of a family takes a live handle from its CREATE as its first
- * argument and forwards the rest unchanged.
+ * a void*.  The library keeps no table of handles and checks nothing but
+ * null: every other entry of a family takes a live handle from its CREATE
+ * as its first argument and forwards the rest unchanged.
  *
  * Status.  Entries with an int* status write it and return nothing:
  *   0   success;
  *   -1  creation failed (an exception was raised inside; the handle variable
- *       keeps what it held), or there was no object to destroy, or
- *       S_PROJECTIONORIGIN could not build its temporary object;
+ *       keeps what it held), or there was no object to destroy, or the
+ *       entry could not do its work (something raised inside, a null
+ *       string or handle);
  *   >0  a text did not fit: the value is the text's length (see below).
  * Callers rely on the status argument only.
  *
@@ -29,7 +30,8 @@
  *
  * Failures.  No entry lets a C++ exception reach its caller, and none ends
  * the process (the only deliberate stops are the internal consistency
- * checks of a few engines).  When something is raised inside, an entry with
+ * checks of the polar stereographic engine and the matrices, and the
+ * unfinished gnomic engine).  When something is raised inside, an entry with
  * a status sets it to -1 (creation: the handle variable keeps what it
  * held); an entry without one gives its neutral result: 0 for the S_
  * booleans, the answer for an unknown name from S_GETCOORDSYSTYPE, null
