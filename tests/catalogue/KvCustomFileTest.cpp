@@ -197,6 +197,15 @@ TEST(KvCustomFile, ARecordThatDoesNotReadIsRefusedAndKeptAsWritten) {
     Catalogue reader(dir);
     EXPECT_EQ(reader.Find("Y") != nullptr, std::string(bad) == "0.9, 1");  // extra values are ignored
   }
+  // The registry's details too: a TOWGS84 of two values is no shift.
+  std::string shifted = Hand("Z", "1");
+  shifted.insert(shifted.rfind("   EndSect"), "      TOWGS84 = 1, 2\n");
+  WriteFile(path, File(shifted));
+  Catalogue reader(dir);
+  EXPECT_EQ(reader.Find("Z"), nullptr);
+  EXPECT_EQ(reader.list.GetCustomFile().GetDamage(),
+            path + ":3: its EPSG code, linear unit or TOWGS84 does not read (a positive whole code, a positive "
+                   "factor, 3 or 7 numbers); the record 'Z' is left out");
   std::filesystem::remove_all(dir);
 }
 
