@@ -20,6 +20,7 @@ namespace {
 const char* const kSystems[] = {
     "UTM-32",
     "NAD83 / Texas South Central",
+    "EPSG:2278",
     " LONG/LAT ",
     "PROJCS[\"Grid\",GEOGCS[\"g\",DATUM[\"d\",SPHEROID[\"Bessel 1841\",6377397.155,299.1528128],"
     "TOWGS84[565.4,50.3,465.6,0,0,0,0]],PRIMEM[\"Greenwich\",0],UNIT[\"Degree\",0.0174532925199433]],"
@@ -102,6 +103,7 @@ Answers Ask(const char* system, void* shared) {
 
 TEST(Threads, FourThreadsWorkTheLibraryAtOnceAsOneWould) {
   kvtest::EnsureCatalogue();  // the set-up, before any thread starts
+  ASSERT_EQ(S_ISVALID("EPSG:2278"), 1);  // the look-up by code, built lazily, is exercised too
   void* shared = nullptr;
   int status = -1;
   C_KVMP_CREATE("UTM-32", &shared, &status);
