@@ -55,6 +55,14 @@ inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
 
+// An angle in degrees reduced to [-180, 180]; unchanged, bit for bit, when
+// it lies there already, and exact otherwise (remainder is exact).  The
+// engines reduce longitude differences about their central meridian with
+// it, and the longitudes they return.
+inline double ReduceLongitudeDeg(double degrees) {
+  return std::fabs(degrees) <= 180.0 ? degrees : std::remainder(degrees, 360.0);
+}
+
 // tan(pi/4 - phi/2) of a latitude in degrees, formed from the angle in
 // degrees: 45 - lat/2 on the northern half, where the difference is exact
 // near the pole, and the reciprocal of tan(45 + lat/2) on the southern half
@@ -173,6 +181,31 @@ inline double ClenshawSin(const double* c, int count, double sin2x, double cos2x
     h1 = h0;
   }
   return sin2x * h1;
+}
+
+// The geodetic latitude phi of the authalic latitude beta, given as sin
+// beta and cos beta (so that the caller keeps cos beta accurate near the
+// poles), of an ellipsoid with eccentricity e and pole value qP = q(pi/2):
+// the series phi = beta + c[0] sin 2beta + c[1] sin 4beta + c[2] sin 6beta
+// (Guidance Note 7-2's three terms in e^2, as CKvMapProjData::
+// ComputeFourierCoefficients gives them; they leave 2.5e-10 rad, 1.6 mm,
+// on WGS 84), then one Newton step on q(phi) = qP sin beta (Snyder 3-16),
+// which leaves less than 1e-15 rad.  Within 1e-3 rad of a pole, where
+// dq/dphi vanishes and the series' error shrinks below 5e-14 rad, the
+// step is left out.
+inline double LatitudeFromAuthalic(double sinBeta, double cosBeta, double qP, double e,
+                                   const double* c) {
+  constexpr double kNewtonCosMin = 1e-3;
+  const double beta = std::atan2(sinBeta, cosBeta);
+  double phi = beta + ClenshawSin(c, 3, 2.0 * sinBeta * cosBeta,
+                                  (cosBeta - sinBeta) * (cosBeta + sinBeta));
+  const double sinPhi = std::sin(phi), cosPhi = std::cos(phi);
+  if (cosPhi > kNewtonCosMin) {
+    const double e2 = e * e;
+    const double w = 1.0 - e2 * sinPhi * sinPhi;
+    phi += (qP * sinBeta - AuthalicQ(sinPhi, e)) * w * w / (2.0 * (1.0 - e2) * cosPhi);
+  }
+  return phi;
 }
 
 // The same sum at the complex argument u + iv, from sin 2u, cos 2u,

@@ -110,6 +110,48 @@ TEST(AuxiliaryLatitudes, AuthalicQMatchesSnyderAndTheSphere) {
   EXPECT_NEAR(KvAux::AuthalicQ(0.5, 1e-9), 1.0, 1e-15);
 }
 
+// sin beta and cos beta of the authalic latitude of each latitude, [M]:
+//   q = (1 - e^2) (s / (1 - e^2 s^2) - ln((1 - e s) / (1 + e s)) / (2e)),
+//   sin beta = q / q(90), cos beta = sqrt(1 - sin^2 beta)
+TEST(AuxiliaryLatitudes, LatitudeFromAuthalicInvertsQToRoundingError) {
+  const double qP = KvAux::AuthalicQ(1.0, kE);
+  const double e2 = kE2, e4 = e2 * e2, e6 = e4 * e2;
+  // Guidance Note 7-2's three terms
+  const double c[3] = {e2 / 3 + 31 * e4 / 180 + 517 * e6 / 5040, 23 * e4 / 360 + 251 * e6 / 3780,
+                       761 * e6 / 45360};
+  const double cases[][4] = {
+      // 20.8 degrees: where the series alone is worst, 2.5e-10 rad (1.6 mm)
+      {20.8, 0.353718770224509978031774, 0.9353518223592982947416805, 4e-16},
+      {45, 0.7055216511245873252433318, 0.7086883657817701808711185, 4e-16},
+      {70, 0.9391986442331030389882685, 0.3433742952969851348327355, 4e-16},
+      // within 1e-3 rad of the pole the series stands alone
+      {89.99, 0.9999999846321418406143992, 0.0001753160462781434541098675, 1e-14},
+      {-60, -0.8650532439391864758070963, 0.5016800625401515163949507, 4e-16},
+      {90, 1, 0, 4e-16},
+  };
+  for (const auto& k : cases) {
+    const double phi = KvAux::LatitudeFromAuthalic(k[1], k[2], qP, kE, c);
+    EXPECT_NEAR(phi, k[0] * KvConst::kDegToRad, k[3]) << k[0];
+  }
+  // The sphere: beta is phi.
+  const double none[3] = {0, 0, 0};
+  EXPECT_NEAR(KvAux::LatitudeFromAuthalic(0.5, std::sqrt(0.75), 2.0, 0.0, none),
+              KvConst::kPi / 6, 2e-16);
+}
+
+TEST(AuxiliaryLatitudes, ReducesLongitudesToTheNearestTurn) {
+  const double cases[][2] = {
+      {0, 0},      {179.5, 179.5}, {180, 180}, {-180, -180}, {190, -170},
+      {-190, 170}, {359, -1},      {725, 5},   {-1e6, 80},   {3.6e9 + 0.25, 0.25},
+  };
+  for (const auto& c : cases) EXPECT_EQ(KvAux::ReduceLongitudeDeg(c[0]), c[1]) << c[0];
+  // Inside [-180, 180] an angle is kept as it is.
+  EXPECT_EQ(KvAux::ReduceLongitudeDeg(-13.627203666666666), -13.627203666666666);
+  EXPECT_EQ(std::fabs(KvAux::ReduceLongitudeDeg(540)), 180.0);
+  EXPECT_TRUE(std::isnan(KvAux::ReduceLongitudeDeg(std::nan(""))));
+  EXPECT_TRUE(std::isnan(KvAux::ReduceLongitudeDeg(INFINITY)));
+}
+
 TEST(AuxiliaryLatitudes, ParallelRadiusIsTheRadiusOfTheParallelOverA) {
   double s, co;
   SinCosOf(60, &s, &co);
