@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engines/KvProjInterface.h"
+#include "platform/KvCartExport.h"
+
+class CKvEllipsoid;
+
+// Albers equal-area conic on the ellipsoid, the formula variant of
+// CKvAlbersEqualArea (which states method, sources and accuracy): Guidance
+// Note 7-2's alpha, n, C and rho, the cone written with r = n rho.
+class KVCART_API CKvAlbersEqualAreaEllipsoid final : public CKvProjInterface {
+ public:
+  // Angles in degrees, false easting and northing in metres.
+  CKvAlbersEqualAreaEllipsoid(const CKvEllipsoid& ellipsoid, double parallel1, double parallel2,
+                              double originLongitude, double originLatitude, double falseEasting,
+                              double falseNorthing);
+  ~CKvAlbersEqualAreaEllipsoid() override;
+
+  void Geo2Proj(double lon, double lat, double* x, double* y) override;
+  void Proj2Geo(double x, double y, double* lon, double* lat) override;
+  void GetOrigin(double* lon, double* lat) override;
+  void GetDefaultArea(double* x0, double* y0, double* x1, double* y1) override;
+  bool GetAnonymousEllipsoid(CKvEllipsoid& ellipsoid) override;
+
+  double GetN() const { return m_dN; }
+
+ private:
+  double m_dA;
+  double m_dInvF;
+  double m_dE;
+  double m_dLonF;  // degrees
+  double m_dLatF;  // degrees
+  double m_dLat1;  // degrees
+  double m_dLat2;  // degrees
+  double m_dFE;
+  double m_dFN;
+  double m_dN;
+  double m_dC;
+  double m_dAlphaF;  // alpha of the false origin
+  double m_dR0;      // n rho0, metres
+  double m_dQP;      // alpha at the pole
+  double m_adC[3];   // authalic to geodetic latitude
+};
