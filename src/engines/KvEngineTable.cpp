@@ -27,6 +27,10 @@
 // oblique Mercator family and Krovak
 
 // equal-area and equidistant family
+#include "engines/KvAlbersEqualArea.h"
+#include "engines/KvCassiniSoldner.h"
+#include "engines/KvEquidistantConic.h"
+#include "engines/KvLambertAzimuthalEqualArea.h"
 
 namespace {
 
@@ -172,13 +176,31 @@ const SRow kRows[] = {
     // 15 Krovak
     KV_NO_ENGINE,
     // 16 Albers equal area
-    KV_NO_ENGINE,
+    {FromSet<CKvAlbersEqualArea>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvAlbersEqualArea(v.name, v.parallel1, v.parallel2, v.centralMeridian,
+                                     v.originLatitude, v.falseEasting, v.falseNorthing,
+                                     v.ellipsoid);
+     }},
     // 17 Lambert azimuthal equal area
-    KV_NO_ENGINE,
+    {FromSet<CKvLambertAzimuthalEqualArea>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvLambertAzimuthalEqualArea(v.name, v.centralMeridian, v.originLatitude,
+                                               v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
     // 18 Cassini-Soldner
-    KV_NO_ENGINE,
+    {FromSet<CKvCassiniSoldner>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvCassiniSoldner(v.name, v.centralMeridian, v.originLatitude, v.falseEasting,
+                                    v.falseNorthing, v.ellipsoid);
+     }},
     // 19 equidistant conic
-    KV_NO_ENGINE,
+    {FromSet<CKvEquidistantConic>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvEquidistantConic(v.name, v.parallel1, v.parallel2, v.centralMeridian,
+                                      v.originLatitude, v.falseEasting, v.falseNorthing,
+                                      v.ellipsoid);
+     }},
     // 20 polar stereographic, by origin latitude and scale
     {FromSet<CKvPolarStereographic>,
      [](const SValues& v) -> CKvProjection* {
