@@ -22,6 +22,17 @@ Each method is evaluated here from its published definition with mpmath at
            x' = unit(lp, pp + 90), y' = z' x x'; the geocentric vector at
            height 0 read along them as geodetic coordinates by iterating the
            latitude (the height dropped), x = lon' - alpha.
+  aea      the Albers equal-area conic (Guidance Note 7-2, 9822), its reverse
+           solving q(phi) = alpha' to 40 digits.
+  laea     the Lambert azimuthal equal area (Guidance Note 7-2, 9820),
+           oblique and polar, its reverse solving q likewise.
+  cass     the Cassini-Soldner forward series of Guidance Note 7-2 (9806),
+           which define the method on the ellipsoid, about the meridian arc
+           integrated to 40 digits, and their exact inverse (Newton's method
+           in two dimensions from the Guidance Note's reverse series); on
+           the sphere Snyder's closed formulas.
+  eqdc     the equidistant conic (Snyder, chapter 16) about the meridian arc
+           integrated to 40 digits, its reverse by the exact footpoint.
 
 Usage (Debian's python, which has mpmath):
   /usr/bin/python3 tools/engine_references.py tm
@@ -35,8 +46,8 @@ Usage (Debian's python, which has mpmath):
 import os
 import sys
 
-from mpmath import (asinh, atan, atan2, atanh, cos, cosh, exp, findroot, log, mp, mpf, pi,
-                    sin, sinh, sqrt, tan)
+from mpmath import (asin, asinh, atan, atan2, atanh, cos, cosh, exp, findroot, log, mp, mpf,
+                    pi, quad, sin, sinh, sqrt, tan)
 
 mp.dps = 40
 DEG = pi / 180
@@ -326,6 +337,166 @@ def write_stereographic_cases(folder, cmd):
                ps.forward, ps.inverse)
 
 
+# --- equal-area and equidistant ------------------------------------------
+
+def authalic_q(phi, e):
+    if e == 0:
+        return 2 * sin(phi)
+    s = sin(phi)
+    return (1 - e**2) * (s / (1 - e**2 * s**2) - log((1 - e * s) / (1 + e * s)) / (2 * e))
+
+
+def latitude_of_q(q, e):
+    """The latitude whose authalic q is q, by Newton's method to 40 digits."""
+    if e == 0:
+        return asin(q / 2)
+    qp = authalic_q(pi / 2, e)
+    if abs(q) >= qp:
+        return pi / 2 if q > 0 else -pi / 2
+    phi = asin(q / 2)
+    for _ in range(100):
+        s = sin(phi)
+        step = (q - authalic_q(phi, e)) * (1 - e**2 * s**2)**2 / (2 * (1 - e**2) * cos(phi))
+        phi += step
+        if abs(step) < mpf(10)**-38:
+            break
+    return phi
+
+
+def meridian_arc(a, e, phi):
+    return a * (1 - e**2) * quad(lambda t: (1 - e**2 * sin(t)**2)**mpf(-1.5), [0, phi])
+
+
+def footpoint(a, e, M):
+    return findroot(lambda p: meridian_arc(a, e, p) - M, M / a)
+
+
+class Aea:
+    def __init__(self, a, invf, lat1, lat2, latf, lonf):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e = self.e
+        p1, p2, pf = (mpf(v) * DEG for v in (lat1, lat2, latf))
+        m1, m2 = m_of(p1, e), m_of(p2, e)
+        q1, q2 = authalic_q(p1, e), authalic_q(p2, e)
+        self.n = sin(p1) if lat1 == lat2 else (m1**2 - m2**2) / (q2 - q1)
+        self.C = m1**2 + self.n * q1
+        self.rho0 = self.a * sqrt(self.C - self.n * authalic_q(pf, e)) / self.n
+        self.lonf = mpf(lonf)
+
+    def forward(self, lon, lat):
+        rho = self.a * sqrt(self.C - self.n * authalic_q(mpf(lat) * DEG, self.e)) / self.n
+        th = self.n * (mpf(lon) - self.lonf) * DEG
+        return rho * sin(th), self.rho0 - rho * cos(th)
+
+    def inverse(self, x, y):
+        n = self.n
+        sign = 1 if n > 0 else -1
+        rho = sign * sqrt(x**2 + (self.rho0 - y)**2)
+        q = (self.C - rho**2 * n**2 / self.a**2) / n
+        th = atan2(sign * x, sign * (self.rho0 - y))
+        return th / n / DEG + self.lonf, latitude_of_q(q, self.e) / DEG
+
+
+class Laea:
+    def __init__(self, a, invf, lat0, lon0):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e = self.e
+        self.qp = authalic_q(pi / 2, e)
+        self.rq = self.a * sqrt(self.qp / 2)
+        self.pole = 1 if lat0 == 90 else -1 if lat0 == -90 else 0
+        p0 = mpf(lat0) * DEG
+        self.b0 = asin(authalic_q(p0, e) / self.qp)
+        if not self.pole:
+            self.D = self.a * m_of(p0, e) / (self.rq * cos(self.b0))
+        self.lon0 = mpf(lon0)
+
+    def forward(self, lon, lat):
+        q = authalic_q(mpf(lat) * DEG, self.e)
+        dl = (mpf(lon) - self.lon0) * DEG
+        if self.pole:
+            rho = self.a * sqrt(self.qp - self.pole * q)
+            return rho * sin(dl), -self.pole * rho * cos(dl)
+        b = asin(q / self.qp)
+        B = self.rq * sqrt(2 / (1 + sin(self.b0) * sin(b) + cos(self.b0) * cos(b) * cos(dl)))
+        return (B * self.D * cos(b) * sin(dl),
+                B / self.D * (cos(self.b0) * sin(b) - sin(self.b0) * cos(b) * cos(dl)))
+
+    def inverse(self, x, y):
+        if self.pole:
+            rho = sqrt(x**2 + y**2)
+            q = self.pole * (self.qp - rho**2 / self.a**2)
+            return atan2(x, -self.pole * y) / DEG + self.lon0, latitude_of_q(q, self.e) / DEG
+        D = self.D
+        rho = sqrt((x / D)**2 + (D * y)**2)
+        C = 2 * asin(rho / (2 * self.rq))
+        sb = cos(C) * sin(self.b0) + D * y * sin(C) * cos(self.b0) / rho
+        lam = atan2(x * sin(C), D * rho * cos(self.b0) * cos(C) - D**2 * y * sin(self.b0) * sin(C))
+        return lam / DEG + self.lon0, latitude_of_q(sb * self.qp, self.e) / DEG
+
+
+class Cass:
+    def __init__(self, a, invf, lat0, lon0):
+        self.a, _, self.e = ellipsoid(a, invf)
+        self.lon0 = mpf(lon0)
+        self.p0 = mpf(lat0) * DEG
+        self.M0 = meridian_arc(self.a, self.e, self.p0)
+
+    def forward(self, lon, lat):
+        a, e2 = self.a, self.e**2
+        phi, dl = mpf(lat) * DEG, (mpf(lon) - self.lon0) * DEG
+        if e2 == 0:
+            return (a * asin(cos(phi) * sin(dl)), a * (atan2(tan(phi), cos(dl)) - self.p0))
+        A, T = dl * cos(phi), tan(phi)**2
+        C = e2 * cos(phi)**2 / (1 - e2)
+        nu = a / sqrt(1 - e2 * sin(phi)**2)
+        X = A - T * A**3 / 6 - (8 - T + 8 * C) * T * A**5 / 120
+        Y = (meridian_arc(a, self.e, phi) - self.M0
+             + nu * tan(phi) * (A**2 / 2 + (5 - T + 6 * C) * A**4 / 24))
+        return nu * X, Y
+
+    def inverse(self, x, y):
+        a, e2 = self.a, self.e**2
+        if e2 == 0:
+            D = y / a + self.p0
+            return (self.lon0 + atan2(tan(x / a), cos(D)) / DEG, asin(sin(D) * cos(x / a)) / DEG)
+        p1 = footpoint(a, self.e, self.M0 + y)
+        T1 = tan(p1)**2
+        nu1 = a / sqrt(1 - e2 * sin(p1)**2)
+        rho1 = a * (1 - e2) / (1 - e2 * sin(p1)**2)**mpf(1.5)
+        D = x / nu1
+        phi = p1 - nu1 * tan(p1) / rho1 * (D**2 / 2 - (1 + 3 * T1) * D**4 / 24)
+        lam = (D - T1 * D**3 / 3 + (1 + 3 * T1) * T1 * D**5 / 15) / cos(p1)
+        start = (self.lon0 + lam / DEG, phi / DEG)
+        lon, lat = findroot(lambda lo, la: [v - t for v, t in zip(self.forward(lo, la), (x, y))],
+                            start)
+        return lon, lat
+
+
+class Eqdc:
+    def __init__(self, a, invf, lat1, lat2, latf, lonf):
+        self.a, _, self.e = ellipsoid(a, invf)
+        a, e = self.a, self.e
+        p1, p2, pf = (mpf(v) * DEG for v in (lat1, lat2, latf))
+        M1, M2 = meridian_arc(a, e, p1), meridian_arc(a, e, p2)
+        m1, m2 = m_of(p1, e), m_of(p2, e)
+        self.n = sin(p1) if lat1 == lat2 else a * (m1 - m2) / (M2 - M1)
+        self.G = m1 / self.n + M1 / a
+        self.rho0 = a * self.G - meridian_arc(a, e, pf)
+        self.lonf = mpf(lonf)
+
+    def forward(self, lon, lat):
+        rho = self.a * self.G - meridian_arc(self.a, self.e, mpf(lat) * DEG)
+        th = self.n * (mpf(lon) - self.lonf) * DEG
+        return rho * sin(th), self.rho0 - rho * cos(th)
+
+    def inverse(self, x, y):
+        n = self.n
+        sign = 1 if n > 0 else -1
+        rho = sign * sqrt(x**2 + (self.rho0 - y)**2)
+        th = atan2(sign * x, sign * (self.rho0 - y))
+        return th / n / DEG + self.lonf, footpoint(self.a, self.e, self.a * self.G - rho) / DEG
+
+
 # --- case files ----------------------------------------------------------
 
 WGS84 = 'SPHEROID["WGS 84",6378137,298.257223563]'
@@ -449,6 +620,55 @@ def write_cases(folder):
             w.out.write('inverse %s %s %s %s\n' % (gx, gy, mp.nstr(lon, 20), mp.nstr(lat, 20)))
 
     write_stereographic_cases(folder, cmd)
+    write_equal_area_cases(folder, cmd)
+
+
+def write_equal_area_cases(folder, cmd):
+    sphere = 'SPHEROID["Sphere",6371000,0]'
+    w = CaseWriter(os.path.join(folder, 'albers_equal_area.cases'), 'Albers equal area')
+    for spheroid, a, invf in ((WGS84, 6378137, '298.257223563'), (sphere, 6371000, 0)):
+        aea = Aea(a, invf, 29.5, 45.5, 23, -96)
+        w.system(wkt('Albers measure', spheroid, 'Albers_Conic_Equal_Area',
+                     [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', -96),
+                      ('Standard_Parallel_1', 29.5), ('Standard_Parallel_2', 45.5),
+                      ('Latitude_Of_Origin', 23)]), None,
+                 '%s, parallels 29.5/45.5, 130 W to 60 W, 15 to 80 N' % cmd)
+        w.both(grid(frange(-130, -60, 10), frange(15, 80, 5)), aea.forward, aea.inverse)
+
+    w = CaseWriter(os.path.join(folder, 'lambert_azimuthal_equal_area.cases'), 'LAEA')
+    for spheroid, a, invf in ((WGS84, 6378137, '298.257223563'), (sphere, 6371000, 0)):
+        for lat0, points, span in ((52, grid(frange(-30, 50, 10), frange(10, 85, 5)),
+                                    '30 W to 50 E, 10 to 85 N'),
+                                   (90, grid(frange(-170, 180, 30), frange(40, 85, 5)),
+                                    'all longitudes, 40 to 85 N')):
+            laea = Laea(a, invf, lat0, 10)
+            w.system(wkt('LAEA measure', spheroid, 'Lambert_Azimuthal_Equal_Area',
+                         [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', 10),
+                          ('Latitude_Of_Origin', lat0)]), None,
+                     '%s, centre 10 E %s N, %s' % (cmd, lat0, span))
+            w.both(points, laea.forward, laea.inverse)
+
+    w = CaseWriter(os.path.join(folder, 'cassini_soldner.cases'), 'Cassini-Soldner')
+    bessel = 'SPHEROID["Bessel 1841",6377397.155,299.1528128]'
+    for spheroid, a, invf, span in ((bessel, 6377397.155, '299.1528128', 5),
+                                    (sphere, 6371000, 0, 30)):
+        cass = Cass(a, invf, 52.5, 13.5)
+        w.system(wkt('Cassini measure', spheroid, 'Cassini_Soldner',
+                     [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', 13.5),
+                      ('Latitude_Of_Origin', 52.5)]), None,
+                 '%s, origin 13.5 E 52.5 N, %s degrees either side, 40 to 65 N' % (cmd, span))
+        w.both(grid(frange(13.5 - span, 13.5 + span, span / 3.0), frange(40, 65, 5)),
+               cass.forward, cass.inverse)
+
+    w = CaseWriter(os.path.join(folder, 'equidistant_conic.cases'), 'Equidistant conic')
+    for spheroid, a, invf in ((WGS84, 6378137, '298.257223563'), (sphere, 6371000, 0)):
+        eqdc = Eqdc(a, invf, 20, 60, 40, -96)
+        w.system(wkt('Eqdc measure', spheroid, 'Equidistant_Conic',
+                     [('False_Easting', 0), ('False_Northing', 0), ('Central_Meridian', -96),
+                      ('Standard_Parallel_1', 20), ('Standard_Parallel_2', 60),
+                      ('Latitude_Of_Origin', 40)]), None,
+                 '%s, parallels 20/60, 140 W to 50 W, 5 to 85 N' % cmd)
+        w.both(grid(frange(-140, -50, 15), frange(5, 85, 10)), eqdc.forward, eqdc.inverse)
 
 
 if __name__ == '__main__':
