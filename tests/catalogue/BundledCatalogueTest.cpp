@@ -277,6 +277,11 @@ TEST_F(BundledCatalogue, RecordsOfMethodsWithAnEngineBuildOneThatKeepsTheOrigin)
   EXPECT_EQ(built[D::eStereographicNorthPole], 3);
   EXPECT_EQ(built[D::eStereographicSouthPole], 23);
   EXPECT_EQ(built[D::ePolarStereographic], 10);
+  // Every Albers, Lambert azimuthal equal-area and Cassini-Soldner record
+  // (the registry has no equidistant conic system).
+  EXPECT_EQ(built[D::eAlbersEqualArea], 36);
+  EXPECT_EQ(built[D::eLambertAzimuthalEqualArea], 15);
+  EXPECT_EQ(built[D::eCassiniSoldner], 30);
 
   int withEngine = 0, without = 0;
   std::cout << "Bundled records by method (with engine / without):\n";
@@ -319,6 +324,16 @@ TEST(BundledCatalogueByName, ResolvesPublishedExamples) {
       {"WGS 84 / UPS North (E,N)", 44, 73, 3320416.7474, 632668.4313},
       // E 7255380.79 N 7053389.56; echo "-75 120" | cs2cs -f %.4f EPSG:4326 EPSG:3032
       {"WGS 84 / Australian Antarctic Polar Stereographic", 120, -75, 7255380.7933, 7053389.5606},
+      // pyproj 3.4.1, Transformer.from_crs(c.geodetic_crs, c, always_xy=True),
+      // c = CRS("EPSG:5070"), CRS("EPSG:3577"), CRS("EPSG:3068"), CRS("EPSG:3035")
+      // (the catalogue's systems are easting first)
+      {"NAD83 / Conus Albers", -96, 40, 0.0, 1886977.5649},
+      {"GDA94 / Australian Albers", 135, -25, 299362.2208, -2706085.9795},
+      {"DHDN / Soldner Berlin", 13.5, 52.5, 31362.6304, 19059.0668},
+      // N 2999718.85, E 3962799.45
+      {"ETRS89-extended / LAEA Europe", 5, 50, 3962799.4510, 2999718.8532},
+      // E 66644.94, N 82536.22 Clarke's links; the system is in links
+      {"Trinidad 1903 / Trinidad Grid", -62, 10, 66644.9404, 82536.2187},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

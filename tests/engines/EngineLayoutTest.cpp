@@ -11,9 +11,13 @@
 #include <vector>
 
 #include "catalogue/KvEllipsoid.h"
+#include "engines/KvAlbersEqualArea.h"
+#include "engines/KvCassiniSoldner.h"
+#include "engines/KvEquidistantConic.h"
 #include "engines/KvGeographical.h"
 #include "engines/KvLambert1SP.h"
 #include "engines/KvLambert2SP.h"
+#include "engines/KvLambertAzimuthalEqualArea.h"
 #include "engines/KvMercator1SP.h"
 #include "engines/KvMercator2SP.h"
 #include "engines/KvNewZealandMapGrid.h"
@@ -110,6 +114,10 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
   CKvStereographic stereographic("Layout", 0.9999, 5, 52, 0, 0, e);
   CKvStereographicNorthPole northPole("Layout", 71, 0, 0, 0, e);
   CKvStereographicSouthPole southPole("Layout", -71, 0, 0, 0, e);
+  CKvAlbersEqualArea albers("Layout", 29.5, 45.5, -96, 23, 0, 0, e);
+  CKvLambertAzimuthalEqualArea laea("Layout", 10, 52, 4321000, 3210000, e);
+  CKvCassiniSoldner cassini("Layout", 13.5, 52.5, 40000, 10000, e);
+  CKvEquidistantConic eqdc("Layout", 20, 60, -96, 40, 0, 0, e);
   struct {
     const char* engine;
     const CKvProjection& object;
@@ -129,6 +137,12 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
       {"CKvStereographic", stereographic, sizeof stereographic, 432},
       {"CKvStereographicNorthPole", northPole, sizeof northPole, 408},
       {"CKvStereographicSouthPole", southPole, sizeof southPole, 408},
+      // The engines that own a formula variant keep its pointer after e^2
+      // (the variant's own copy of a lives on the heap, not in the engine).
+      {"CKvAlbersEqualArea", albers, sizeof albers, 360},
+      {"CKvLambertAzimuthalEqualArea", laea, sizeof laea, 336},
+      {"CKvCassiniSoldner", cassini, sizeof cassini, 336},
+      {"CKvEquidistantConic", eqdc, sizeof eqdc, 360},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.engine);

@@ -8,8 +8,12 @@
 
 #include "KvCart.h"
 #include "TestCatalogue.h"
+#include "catalogue/KvAlbersEqualAreaProjection.h"
+#include "catalogue/KvCassiniSoldnerProjection.h"
+#include "catalogue/KvEquidistantConicProjection.h"
 #include "catalogue/KvLambert1SPProjection.h"
 #include "catalogue/KvLambert2SPProjection.h"
+#include "catalogue/KvLambertAzimuthalEqualAreaProjection.h"
 #include "catalogue/KvMercator1SPProjection.h"
 #include "catalogue/KvMercator2SPProjection.h"
 #include "catalogue/KvNewZealandMapGridProjection.h"
@@ -119,6 +123,44 @@ const SCase kCases[] = {
          "PARAMETER[\"False_Northing\",0],PARAMETER[\"Central_Meridian\",-45],"
          "PARAMETER[\"Standard_Parallel_1\",70],UNIT[\"Meter\",1]]",
      30, 75, 1578206.4037, -422879.1313, 0.001},
+    // pyproj 3.4.1 on EPSG:5070: 96 W, 40 N is E 0.000, N 1886977.565; the
+    // parameters under the names .prj files often give them
+    {"Albers, NAD83 / Conus Albers (pyproj: E 0.000, N 1886977.565)",
+     "PROJCS[\"NAD_1983_Contiguous_USA_Albers\"," +
+         Geogcs("NAD83", "GRS 1980", "6378137", "298.257222101") +
+         ",PROJECTION[\"Albers\"],PARAMETER[\"False_Easting\",0],"
+         "PARAMETER[\"False_Northing\",0],PARAMETER[\"Central_Meridian\",-96],"
+         "PARAMETER[\"Standard_Parallel_1\",29.5],PARAMETER[\"Standard_Parallel_2\",45.5],"
+         "PARAMETER[\"Latitude_Of_Origin\",23],UNIT[\"Meter\",1]]",
+     -96, 40, 0.0, 1886977.565, 0.001},
+    // The Guidance Note's northing first, as EPSG:3035 orders its axes.
+    {"LAEA, ETRS89-extended / LAEA Europe (GN 7-2: N 2999718.85, E 3962799.45)",
+     "PROJCS[\"ETRS89-extended / LAEA Europe\"," +
+         Geogcs("ETRS89", "GRS 1980", "6378137", "298.257222101") +
+         ",PROJECTION[\"Lambert_Azimuthal_Equal_Area\"],PARAMETER[\"latitude_of_center\",52],"
+         "PARAMETER[\"longitude_of_center\",10],PARAMETER[\"false_easting\",4321000],"
+         "PARAMETER[\"false_northing\",3210000],UNIT[\"metre\",1],AXIS[\"Northing\",NORTH],"
+         "AXIS[\"Easting\",EAST]]",
+     5, 50, 2999718.85, 3962799.45, 0.01},
+    // In Clarke's links: 1 cm is 0.05 link.
+    {"Cassini-Soldner, Trinidad 1903 / Trinidad Grid (GN 7-2: E 66644.94, N 82536.22 links)",
+     "PROJCS[\"Trinidad 1903 / Trinidad Grid\"," +
+         Geogcs("Trinidad 1903", "Clarke 1858", "6378293.645208759", "294.2606763692606") +
+         ",PROJECTION[\"Cassini_Soldner\"],PARAMETER[\"latitude_of_origin\",10.44166666666667],"
+         "PARAMETER[\"central_meridian\",-61.33333333333334],"
+         "PARAMETER[\"false_easting\",430000],PARAMETER[\"false_northing\",325000],"
+         "UNIT[\"Clarke's link\",0.201166195164]]",
+     -62, 10, 66644.94, 82536.22, 0.05},
+    // pyproj 3.4.1 on +proj=eqdc +lat_1=20 +lat_2=60 +lat_0=40 +lon_0=-96
+    // +datum=WGS84: 100 W, 45 N is E -296528.434, N 561938.465
+    {"Equidistant conic, North America Equidistant Conic (pyproj: E -296528.434, N 561938.465)",
+     "PROJCS[\"North_America_Equidistant_Conic\"," +
+         Geogcs("WGS 84", "WGS 84", "6378137", "298.257223563") +
+         ",PROJECTION[\"Equidistant_Conic\"],PARAMETER[\"False_Easting\",0],"
+         "PARAMETER[\"False_Northing\",0],PARAMETER[\"Longitude_Of_Center\",-96],"
+         "PARAMETER[\"Standard_Parallel_1\",20],PARAMETER[\"Standard_Parallel_2\",60],"
+         "PARAMETER[\"Latitude_Of_Center\",40],UNIT[\"Meter\",1]]",
+     -100, 45, -296528.434, 561938.465, 0.001},
 };
 
 TEST(ResolvesEngineMethods, WktOfEachMethodProjectsThePublishedExamples) {
@@ -177,6 +219,15 @@ TEST(ResolvesEngineMethods, CatalogueRecordsAgreeWithTheirWkt) {
                                                                0, 90, 2e6, 2e6)),
       kvtest::ScopedRecord(
           new CKvPolarStereographicProjection("Resolve polar B", "B", "WE", 1, 0, -71, 0, 0)),
+      kvtest::ScopedRecord(new CKvAlbersEqualAreaProjection("Resolve Albers", "B", "RF", -18, -36,
+                                                            132, 0, 0, 0)),
+      kvtest::ScopedRecord(new CKvLambertAzimuthalEqualAreaProjection(
+          "Resolve LAEA", "B", "WE", -45, -90, 0, 0)),
+      kvtest::ScopedRecord(new CKvCassiniSoldnerProjection("Resolve Cassini", "B", "BR",
+                                                           13.627203666666666, 52.41864827777778,
+                                                           40000, 10000)),
+      kvtest::ScopedRecord(new CKvEquidistantConicProjection("Resolve eqdc", "B", "WE", 20, 60,
+                                                             -96, 40, 0, 0)),
   };
   for (const kvtest::ScopedRecord& record : records) {
     const std::string name = record.get()->GetName();

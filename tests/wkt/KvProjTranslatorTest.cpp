@@ -11,9 +11,13 @@
 #include <utility>
 
 #include "TestCatalogue.h"
+#include "catalogue/KvAlbersEqualAreaProjection.h"
+#include "catalogue/KvCassiniSoldnerProjection.h"
 #include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvEquidistantConicProjection.h"
 #include "catalogue/KvLambert1SPProjection.h"
 #include "catalogue/KvLambert2SPProjection.h"
+#include "catalogue/KvLambertAzimuthalEqualAreaProjection.h"
 #include "catalogue/KvMercator1SPProjection.h"
 #include "catalogue/KvMercator2SPProjection.h"
 #include "catalogue/KvNewZealandMapGridProjection.h"
@@ -104,14 +108,6 @@ TEST(KvProjTranslator, WritesTheKeysOfEachMethodInOrder) {
        "lonc=24.83333333333333 latc=49.5",
        "+proj=krovak +lat_0=49.5 +lon_0=24.83333333333333 +alpha=30.28813972222222 +k=0.9999 "
        "+x_0=0 +y_0=0 "},
-      {"Albers", "fe=0 fn=0 cm=-96 sp1=29.5 sp2=45.5 lat0=23",
-       "+proj=aea +lat_1=29.5 +lat_2=45.5 +lat_0=23 +lon_0=-96 +x_0=0 +y_0=0 "},
-      {"Equidistant_Conic", "fe=0 fn=0 cm=-96 sp1=29.5 sp2=45.5 lat0=23",
-       "+proj=eqdc +lat_1=29.5 +lat_2=45.5 +lat_0=23 +lon_0=-96 +x_0=0 +y_0=0 "},
-      {"Lambert_Azimuthal_Equal_Area", "fe=4321000 fn=3210000 cm=10 lat0=52",
-       "+proj=laea +lat_0=52 +lon_0=10 +x_0=4321000 +y_0=3210000 "},
-      {"Cassini_Soldner", "fe=430000 fn=325000 cm=-61.5 lat0=10.5",
-       "+proj=cass +lat_0=10.5 +lon_0=-61.5 +x_0=430000 +y_0=325000 "},
       // The pole follows the sign of the latitude of origin; zero is north.
       {"Polar_Stereographic", kSouthPolar,
        "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=0 +k=1 +x_0=0 +y_0=0 "},
@@ -221,6 +217,14 @@ TEST(KvProjTranslator, StringsMeanWhatTheLibraryComputes) {
       new CKvNewZealandMapGridProjection("KvP4 nzmg", "B", "IN", 173, -41, 2510000, 6023150));
   ScopedRecord polar(
       new CKvPolarStereographicProjection("KvP4 polar", "Antarctic", "WE", 1, 0, -71, 0, 0));
+  ScopedRecord aea(
+      new CKvAlbersEqualAreaProjection("KvP4 aea", "B", "RF", 29.5, 45.5, -96, 23, 1e6, -5e5));
+  ScopedRecord laea(new CKvLambertAzimuthalEqualAreaProjection("KvP4 laea", "B", "RF", 10, 52,
+                                                               4321000, 3210000));
+  ScopedRecord cass(new CKvCassiniSoldnerProjection("KvP4 cass", "B", "BR", 13.627203666666666,
+                                                    52.41864827777778, 40000, 10000));
+  ScopedRecord eqdc(
+      new CKvEquidistantConicProjection("KvP4 eqdc", "B", "WE", 20, 60, -96, 40, 0, 0));
   struct Row {
     std::string system;
     double lon, lat, east, north;  // east and north from PROJ
@@ -297,6 +301,23 @@ TEST(KvProjTranslator, StringsMeanWhatTheLibraryComputes) {
       {Projcs("Stereographic", "fe=2000000 fn=2000000 cm=0 k=0.994 lat0=90"), 44, 73,
        3320416.7474, 632668.4313,
        "+proj=stere +lat_0=90 +lon_0=0 +k=0.994 +x_0=2000000 +y_0=2000000 " + kWgs84Metres},
+      // The equal-area and equidistant methods, on the parameters of
+      // EPSG:5070 (with a false origin), EPSG:3035, EPSG:3068 and North
+      // America Equidistant Conic.
+      {"KvP4 aea", -100, 45, 685120.2768, 1952348.4095,
+       "+proj=aea +lat_1=29.50000000000001 +lat_2=45.50000000000001 +lat_0=23 "
+       "+lon_0=-96.00000000000003 +x_0=1000000 +y_0=-500000 +a=6378137 +b=6356752.314140356 "
+       "+units=m +no_defs  no_defs <>"},
+      {"KvP4 laea", 5, 50, 3962799.4510, 2999718.8532,
+       "+proj=laea +lat_0=52.00000000000001 +lon_0=10 +x_0=4321000 +y_0=3210000 +a=6378137 "
+       "+b=6356752.314140356 +units=m +no_defs  no_defs <>"},
+      {"KvP4 cass", 13.5, 52.5, 31362.6304, 19059.0668,
+       "+proj=cass +lat_0=52.41864827777779 +lon_0=13.62720366666667 +x_0=40000 +y_0=10000 "
+       "+a=6377397.155 +b=6356078.962818188 +units=m +no_defs  no_defs <>"},
+      {"KvP4 eqdc", -100, 45, -296528.4341, 561938.4646,
+       "+proj=eqdc +lat_1=20 +lat_2=60.00000000000001 +lat_0=40.00000000000001 "
+       "+lon_0=-96.00000000000003 +x_0=0 +y_0=0 " +
+           kWgs84Metres},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.system);
