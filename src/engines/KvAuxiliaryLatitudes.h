@@ -197,8 +197,8 @@ inline double LatitudeFromAuthalic(double sinBeta, double cosBeta, double qP, do
                                    const double* c) {
   constexpr double kNewtonCosMin = 1e-3;
   const double beta = std::atan2(sinBeta, cosBeta);
-  double phi = beta + ClenshawSin(c, 3, 2.0 * sinBeta * cosBeta,
-                                  (cosBeta - sinBeta) * (cosBeta + sinBeta));
+  double phi =
+      beta + ClenshawSin(c, 3, 2.0 * sinBeta * cosBeta, (cosBeta - sinBeta) * (cosBeta + sinBeta));
   const double sinPhi = std::sin(phi), cosPhi = std::cos(phi);
   if (cosPhi > kNewtonCosMin) {
     const double e2 = e * e;
@@ -271,6 +271,33 @@ class CKvMeridianArc {
   double Latitude(double distance) const {
     const double mu = distance / m_dB;
     return mu + ClenshawSin(m_adU, 5, std::sin(2.0 * mu), std::cos(2.0 * mu));
+  }
+  // M(phi) from sin phi and cos phi as well, for callers that have them:
+  // sin 2phi and cos 2phi come from them instead of from two more calls.
+  double Distance(double phi, double sinPhi, double cosPhi) const {
+    return m_dB * (phi + ClenshawSin(m_adD, 5, 2.0 * sinPhi * cosPhi,
+                                     (cosPhi - sinPhi) * (cosPhi + sinPhi)));
+  }
+  // The latitude whose arc is `distance` metres, with its sine and cosine,
+  // from one sine and cosine of mu: the series' small sum d (below 0.003
+  // rad on terrestrial ellipsoids) turns them by sin d and cos d, taken
+  // from their Taylor series to d^7 while |d| < 0.01 (exact to rounding).
+  double Latitude(double distance, double* sinPhi, double* cosPhi) const {
+    const double mu = distance / m_dB;
+    const double s = std::sin(mu), c = std::cos(mu);
+    const double d = ClenshawSin(m_adU, 5, 2.0 * s * c, (c - s) * (c + s));
+    double sinD, cosD;
+    if (std::fabs(d) < 0.01) {
+      const double d2 = d * d;
+      sinD = d * (1.0 - d2 / 6.0 * (1.0 - d2 / 20.0 * (1.0 - d2 / 42.0)));
+      cosD = 1.0 - d2 / 2.0 * (1.0 - d2 / 12.0 * (1.0 - d2 / 30.0));
+    } else {
+      sinD = std::sin(d);
+      cosD = std::cos(d);
+    }
+    *sinPhi = s * cosD + c * sinD;
+    *cosPhi = c * cosD - s * sinD;
+    return mu + d;
   }
 
  private:

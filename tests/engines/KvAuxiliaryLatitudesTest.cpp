@@ -179,6 +179,36 @@ TEST(AuxiliaryLatitudes, MeridianArcAgreesWithGeodesicsToTheNanometre) {
   EXPECT_NEAR(arc.RectifyingRadius() * KvConst::kHalfPi, 10001965.729312724, 2e-9);  // [G]
 }
 
+// The forms that take or give sin phi and cos phi agree with the plain ones
+// and with the geodesics.
+TEST(AuxiliaryLatitudes, MeridianArcWithSinesAndCosinesAgrees) {
+  const KvAux::CKvMeridianArc arc(6378137, kF);
+  const double cases[][2] = {
+      {90, 10001965.729312724},   // [G]
+      {10, 1105854.833234372},    // [G]
+      {60, 6654072.819490512},    // [G]
+      {-30, -3320113.397940383},  // [G]
+  };
+  for (const auto& c : cases) {
+    double s, co;
+    SinCosOf(c[0], &s, &co);
+    const double phi = c[0] * KvConst::kDegToRad;
+    EXPECT_NEAR(arc.Distance(phi, s, co), c[1], 2e-9) << c[0];
+    double sinPhi = 2, cosPhi = 2;
+    EXPECT_NEAR(arc.Latitude(c[1], &sinPhi, &cosPhi), phi, 1e-15) << c[0];
+    EXPECT_NEAR(sinPhi, s, 2e-16) << c[0];
+    EXPECT_NEAR(cosPhi, co, 2e-16) << c[0];
+  }
+  // A flattening of 1/3 turns mu by more than 0.01 rad: sin and cos of the
+  // turn come from the library then.
+  const KvAux::CKvMeridianArc flat(1, 1.0 / 3);
+  double sinPhi = 2, cosPhi = 2;
+  const double phi = flat.Latitude(0.7, &sinPhi, &cosPhi);
+  EXPECT_NEAR(phi, flat.Latitude(0.7), 1e-15);
+  EXPECT_NEAR(sinPhi, std::sin(phi), 1e-15);
+  EXPECT_NEAR(cosPhi, std::cos(phi), 1e-15);
+}
+
 TEST(AuxiliaryLatitudes, ClenshawSumsEqualTheirTermByTermSums) {
   const double c[] = {0.3, -0.02, 0.004, -5e-4, 7e-5};
   for (double x : {-1.2, 0.0, 0.3, 1.5}) {
