@@ -650,7 +650,7 @@ def write_equal_area_cases(folder, cmd):
 
     w = CaseWriter(os.path.join(folder, 'cassini_soldner.cases'), 'Cassini-Soldner')
     bessel = 'SPHEROID["Bessel 1841",6377397.155,299.1528128]'
-    for spheroid, a, invf, span in ((bessel, 6377397.155, '299.1528128', 5),
+    for spheroid, a, invf, span in ((bessel, 6377397.155, '299.1528128', 10),
                                     (sphere, 6371000, 0, 30)):
         cass = Cass(a, invf, 52.5, 13.5)
         w.system(wkt('Cassini measure', spheroid, 'Cassini_Soldner',

@@ -26,8 +26,8 @@ CKvCassiniSoldner::CKvCassiniSoldner(const std::string& name, double centralMeri
     m_pProj = new CKvCassiniSoldnerEllipsoid(*ellipsoid, centralMeridian, originLatitude,
                                              falseEasting, falseNorthing);
   else
-    m_pProj = new CKvCassiniSoldnerSphere(*ellipsoid, centralMeridian, originLatitude,
-                                          falseEasting, falseNorthing);
+    m_pProj = new CKvCassiniSoldnerSphere(*ellipsoid, centralMeridian, originLatitude, falseEasting,
+                                          falseNorthing);
 }
 
 double CKvCassiniSoldner::GetConvergence(double lon, double lat) {

@@ -24,9 +24,11 @@ class KVCART_API CKvCassiniSoldnerEllipsoid final : public CKvProjInterface {
 
  private:
   // The forward series from the longitude difference (radians, as it
-  // stands) and the latitude (degrees): easting and northing from the
-  // natural origin.
-  void _Forward(double dLambda, double lat, double* dx, double* dy) const;
+  // stands) and the latitude (radians, with its sine and cosine): easting
+  // and northing from the natural origin, and with `jacobian` their
+  // derivatives.
+  void _Forward(double dLambda, double phi, double sinPhi, double cosPhi, double* dx, double* dy,
+                double* jacobian) const;
   // The Guidance Note's reverse series: the longitude difference and the
   // latitude (radians) of the offsets from the natural origin.
   void _Reverse(double dx, double dy, double* dLambda, double* phi) const;

@@ -7,9 +7,17 @@
 #include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvConstants.h"
 
-CKvCassiniSoldnerSphere::CKvCassiniSoldnerSphere(const CKvEllipsoid& sphere,
-                                                 double centralMeridian, double originLatitude,
-                                                 double falseEasting, double falseNorthing)
+namespace {
+
+// Beyond this sine asin loses digits (its error grows as one over the
+// cosine), and the arctangent of the unit vector's parts takes over.
+constexpr double kAsinLimit = 0.99;
+
+}  // namespace
+
+CKvCassiniSoldnerSphere::CKvCassiniSoldnerSphere(const CKvEllipsoid& sphere, double centralMeridian,
+                                                 double originLatitude, double falseEasting,
+                                                 double falseNorthing)
     : m_dR(sphere.GetMajor()),
       m_dInvF(sphere.GetInvFlatness()),
       m_dLon0(centralMeridian),
@@ -21,28 +29,34 @@ CKvCassiniSoldnerSphere::CKvCassiniSoldnerSphere(const CKvEllipsoid& sphere,
 CKvCassiniSoldnerSphere::~CKvCassiniSoldnerSphere() = default;
 
 // Snyder, chapter 13, forward: x = R asin(cos phi sin(lambda - lambda0)), y =
-// R (atan2(tan phi, cos(lambda - lambda0)) - phi0); both arctangents are
-// taken of the point's unit vector (X towards the origin's meridian on the
-// equator, Y east of it, Z north), so that they keep full accuracy next to
-// the poles of the transverse aspect, 90 degrees from the central meridian.
+// R (atan2(tan phi, cos(lambda - lambda0)) - phi0), both of the point's unit
+// vector (X towards the origin's meridian on the equator, Y east of it, Z
+// north); next to the poles of the transverse aspect, 90 degrees from the
+// central meridian, where asin loses digits, x is the arctangent of Y and
+// the length of the rest.
 void CKvCassiniSoldnerSphere::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
   KvAux::SinCosDeg(KvAux::ReduceLongitudeDeg(lon - m_dLon0), &sinDl, &cosDl);
   const double X = cosPhi * cosDl, Y = cosPhi * sinDl, Z = sinPhi;
-  *x = m_dFE + m_dR * std::atan2(Y, std::hypot(X, Z));
+  const double xr =
+      std::fabs(Y) < kAsinLimit ? std::asin(Y) : std::atan2(Y, std::sqrt(X * X + Z * Z));
+  *x = m_dFE + m_dR * xr;
   *y = m_dFN + m_dR * (std::atan2(Z, X) - m_dPhi0);
 }
 
 // Snyder, chapter 13, reverse: D = y / R + phi0, phi = asin(sin D cos(x / R)),
 // lambda = lambda0 + atan2(tan(x / R), cos D), from the point's unit vector
-// likewise.
+// likewise; near the poles, where asin loses digits, phi is the arctangent
+// of its z and the length of its equatorial part.
 void CKvCassiniSoldnerSphere::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double xr = (x - m_dFE) / m_dR;
   const double D = (y - m_dFN) / m_dR + m_dPhi0;
   const double X = std::cos(xr) * std::cos(D), Y = std::sin(xr), Z = std::cos(xr) * std::sin(D);
+  const double phi =
+      std::fabs(Z) < kAsinLimit ? std::asin(Z) : std::atan2(Z, std::sqrt(X * X + Y * Y));
   *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + std::atan2(Y, X) * KvConst::kRadToDeg);
-  *lat = std::atan2(Z, std::hypot(X, Y)) * KvConst::kRadToDeg;
+  *lat = phi * KvConst::kRadToDeg;
 }
 
 void CKvCassiniSoldnerSphere::GetOrigin(double* lon, double* lat) {

@@ -11,8 +11,8 @@ class CKvEllipsoid;
 class KVCART_API CKvCassiniSoldnerSphere final : public CKvProjInterface {
  public:
   // Angles in degrees, false easting and northing in metres.
-  CKvCassiniSoldnerSphere(const CKvEllipsoid& sphere, double centralMeridian,
-                          double originLatitude, double falseEasting, double falseNorthing);
+  CKvCassiniSoldnerSphere(const CKvEllipsoid& sphere, double centralMeridian, double originLatitude,
+                          double falseEasting, double falseNorthing);
   ~CKvCassiniSoldnerSphere() override;
 
   void Geo2Proj(double lon, double lat, double* x, double* y) override;
