@@ -8,17 +8,17 @@ CKvAlbersEqualArea::CKvAlbersEqualArea(CKvAlbersEqualAreaProjection* set)
                          set->GetCentralMeridian(), set->GetOriginLatitude(),
                          set->GetFalseEasting(), set->GetFalseNorthing(), _FindEllipsoid(*set)) {}
 
-CKvAlbersEqualArea::CKvAlbersEqualArea(const std::string& name, double parallel1,
-                                       double parallel2, double originLongitude,
-                                       double originLatitude, double falseEasting,
-                                       double falseNorthing, const CKvEllipsoid& ellipsoid)
+CKvAlbersEqualArea::CKvAlbersEqualArea(const std::string& name, double parallel1, double parallel2,
+                                       double originLongitude, double originLatitude,
+                                       double falseEasting, double falseNorthing,
+                                       const CKvEllipsoid& ellipsoid)
     : CKvAlbersEqualArea(name, parallel1, parallel2, originLongitude, originLatitude, falseEasting,
                          falseNorthing, &ellipsoid) {}
 
-CKvAlbersEqualArea::CKvAlbersEqualArea(const std::string& name, double parallel1,
-                                       double parallel2, double originLongitude,
-                                       double originLatitude, double falseEasting,
-                                       double falseNorthing, const CKvEllipsoid* ellipsoid)
+CKvAlbersEqualArea::CKvAlbersEqualArea(const std::string& name, double parallel1, double parallel2,
+                                       double originLongitude, double originLatitude,
+                                       double falseEasting, double falseNorthing,
+                                       const CKvEllipsoid* ellipsoid)
     : CKvVariantEngine(name) {
   if (!ellipsoid) return;
   _SetEllipsoid(*ellipsoid);
@@ -29,15 +29,14 @@ CKvAlbersEqualArea::CKvAlbersEqualArea(const std::string& name, double parallel1
   m_dFalseEasting = falseEasting;
   m_dFalseNorthing = falseNorthing;
   if (m_dInvF > 0.0) {
-    auto* variant = new CKvAlbersEqualAreaEllipsoid(*ellipsoid, parallel1, parallel2,
-                                                    originLongitude, originLatitude,
-                                                    falseEasting, falseNorthing);
+    auto* variant =
+        new CKvAlbersEqualAreaEllipsoid(*ellipsoid, parallel1, parallel2, originLongitude,
+                                        originLatitude, falseEasting, falseNorthing);
     m_dN = variant->GetN();
     m_pProj = variant;
   } else {
-    auto* variant = new CKvAlbersEqualAreaSphere(*ellipsoid, parallel1, parallel2,
-                                                 originLongitude, originLatitude, falseEasting,
-                                                 falseNorthing);
+    auto* variant = new CKvAlbersEqualAreaSphere(*ellipsoid, parallel1, parallel2, originLongitude,
+                                                 originLatitude, falseEasting, falseNorthing);
     m_dN = variant->GetN();
     m_pProj = variant;
   }

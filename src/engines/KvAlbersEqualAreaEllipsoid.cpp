@@ -14,8 +14,8 @@
 CKvAlbersEqualAreaEllipsoid::CKvAlbersEqualAreaEllipsoid(const CKvEllipsoid& ellipsoid,
                                                          double parallel1, double parallel2,
                                                          double originLongitude,
-                                                         double originLatitude,
-                                                         double falseEasting, double falseNorthing)
+                                                         double originLatitude, double falseEasting,
+                                                         double falseNorthing)
     : m_dA(ellipsoid.GetMajor()),
       m_dInvF(ellipsoid.GetInvFlatness()),
       m_dE(ellipsoid.GetEccentricity()),

@@ -37,8 +37,8 @@ CKvAlbersEqualAreaSphere::CKvAlbersEqualAreaSphere(const CKvEllipsoid& sphere, d
 
 CKvAlbersEqualAreaSphere::~CKvAlbersEqualAreaSphere() = default;
 
-// Snyder, chapter 14, forward: x = rho sin theta, y = rho0 - rho cos theta, with
-// rho0 - rho = 2 R^2 (sin phi - sin phi0) / (r0 + r).
+// Snyder, chapter 14, forward: x = rho sin theta, y = rho0 - rho cos
+// theta, with rho0 - rho = 2 R^2 (sin phi - sin phi0) / (r0 + r).
 void CKvAlbersEqualAreaSphere::Geo2Proj(double lon, double lat, double* x, double* y) {
   const double R = m_dR;
   double sinPhi, cosPhi;
@@ -53,8 +53,9 @@ void CKvAlbersEqualAreaSphere::Geo2Proj(double lon, double lat, double* x, doubl
   *y = m_dFN + rise + drop;
 }
 
-// Snyder, chapter 14, reverse: sin phi = (C - (rho n / R)^2) / (2n), which with rho^2 = dx^2
-// + (rho0 - dy)^2 is sin phi0 + (2 r0 dy - n (dx^2 + dy^2)) / (2 R^2).
+// Snyder, chapter 14, reverse: sin phi = (C - (rho n / R)^2) / (2n), which
+// with rho^2 = dx^2 + (rho0 - dy)^2 is sin phi0 + (2 r0 dy - n (dx^2 +
+// dy^2)) / (2 R^2).
 void CKvAlbersEqualAreaSphere::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double R = m_dR;
   const double dx = x - m_dFE, dy = y - m_dFN;

@@ -12,8 +12,8 @@ CKvEquidistantConic::CKvEquidistantConic(const std::string& name, double paralle
                                          double parallel2, double originLongitude,
                                          double originLatitude, double falseEasting,
                                          double falseNorthing, const CKvEllipsoid& ellipsoid)
-    : CKvEquidistantConic(name, parallel1, parallel2, originLongitude, originLatitude,
-                          falseEasting, falseNorthing, &ellipsoid) {}
+    : CKvEquidistantConic(name, parallel1, parallel2, originLongitude, originLatitude, falseEasting,
+                          falseNorthing, &ellipsoid) {}
 
 CKvEquidistantConic::CKvEquidistantConic(const std::string& name, double parallel1,
                                          double parallel2, double originLongitude,
@@ -29,15 +29,14 @@ CKvEquidistantConic::CKvEquidistantConic(const std::string& name, double paralle
   m_dFalseEasting = falseEasting;
   m_dFalseNorthing = falseNorthing;
   if (m_dInvF > 0.0) {
-    auto* variant = new CKvEquidistantConicEllipsoid(*ellipsoid, parallel1, parallel2,
-                                                     originLongitude, originLatitude,
-                                                     falseEasting, falseNorthing);
+    auto* variant =
+        new CKvEquidistantConicEllipsoid(*ellipsoid, parallel1, parallel2, originLongitude,
+                                         originLatitude, falseEasting, falseNorthing);
     m_dN = variant->GetN();
     m_pProj = variant;
   } else {
-    auto* variant = new CKvEquidistantConicSphere(*ellipsoid, parallel1, parallel2,
-                                                  originLongitude, originLatitude, falseEasting,
-                                                  falseNorthing);
+    auto* variant = new CKvEquidistantConicSphere(*ellipsoid, parallel1, parallel2, originLongitude,
+                                                  originLatitude, falseEasting, falseNorthing);
     m_dN = variant->GetN();
     m_pProj = variant;
   }

@@ -20,7 +20,12 @@
 // meridian arc M and its inverse are KvAux::CKvMeridianArc's series in n to
 // n^5 (1e-10 m); the e^6 series of the manual would leave 0.8 mm.
 // Accuracy, as measured by tools/measure_engine_accuracy.sh against the
-// same formulas evaluated with mpmath at 40 digits: see the figures below.
+// same formulas evaluated with mpmath at 40 digits (parallels 20 and 60,
+// 140 W to 50 W, 5 to 85 N): forward within 3 nanometres, reverse within
+// 5e-14 degrees, on WGS 84 and on the sphere.  Within 0.1 mm of PROJ 9.1.1
+// and 1e-9 degrees of its geographic points on North America Equidistant
+// Conic, a tangent and a southern cone and the sphere
+// (equidistant_conic.cases).
 // Domain: the whole ellipsoid; longitude differences are reduced to +-180
 // degrees about the central meridian, and the longitudes returned to
 // [-180, 180].

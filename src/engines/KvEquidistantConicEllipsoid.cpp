@@ -11,12 +11,9 @@
 // M1 / a; here n a G = a m1 + n M1, which stays finite when n is 0 (parallels
 // symmetric about the equator).  Equal parallels give the tangent cone, the
 // limit n = sin phi1.
-CKvEquidistantConicEllipsoid::CKvEquidistantConicEllipsoid(const CKvEllipsoid& ellipsoid,
-                                                           double parallel1, double parallel2,
-                                                           double originLongitude,
-                                                           double originLatitude,
-                                                           double falseEasting,
-                                                           double falseNorthing)
+CKvEquidistantConicEllipsoid::CKvEquidistantConicEllipsoid(
+    const CKvEllipsoid& ellipsoid, double parallel1, double parallel2, double originLongitude,
+    double originLatitude, double falseEasting, double falseNorthing)
     : m_dA(ellipsoid.GetMajor()),
       m_dInvF(ellipsoid.GetInvFlatness()),
       m_dLonF(originLongitude),
@@ -67,7 +64,8 @@ void CKvEquidistantConicEllipsoid::Geo2Proj(double lon, double lat, double* x, d
 void CKvEquidistantConicEllipsoid::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double n = m_dN, r0 = m_dR0;
   const double dx = x - m_dFE, dy = y - m_dFN;
-  const double nRho = std::hypot(n * dx, r0 - n * dy);
+  const double u = n * dx, v = r0 - n * dy;
+  const double nRho = std::sqrt(u * u + v * v);
   const double sum = r0 + nRho;
   // Both radii vanish only when the false origin and the point are the apex.
   const double rise = sum > 0.0 ? (2.0 * r0 * dy - n * (dx * dx + dy * dy)) / sum : 0.0;
@@ -83,8 +81,7 @@ void CKvEquidistantConicEllipsoid::GetOrigin(double* lon, double* lat) {
 }
 
 // Central meridian +-3 degrees, mean standard parallel +-3 degrees.
-void CKvEquidistantConicEllipsoid::GetDefaultArea(double* x0, double* y0, double* x1,
-                                                  double* y1) {
+void CKvEquidistantConicEllipsoid::GetDefaultArea(double* x0, double* y0, double* x1, double* y1) {
   const double mid = 0.5 * (m_dLat1 + m_dLat2);
   Geo2Proj(m_dLonF - 3.0, std::max(mid - 3.0, -90.0), x0, y0);
   Geo2Proj(m_dLonF + 3.0, std::min(mid + 3.0, 90.0), x1, y1);

@@ -13,8 +13,8 @@ class KVCART_API CKvEquidistantConicEllipsoid final : public CKvProjInterface {
  public:
   // Angles in degrees, false easting and northing in metres.
   CKvEquidistantConicEllipsoid(const CKvEllipsoid& ellipsoid, double parallel1, double parallel2,
-                               double originLongitude, double originLatitude,
-                               double falseEasting, double falseNorthing);
+                               double originLongitude, double originLatitude, double falseEasting,
+                               double falseNorthing);
   ~CKvEquidistantConicEllipsoid() override;
 
   void Geo2Proj(double lon, double lat, double* x, double* y) override;

@@ -11,9 +11,8 @@
 // Snyder, chapter 16, sphere: n = (cos phi1 - cos phi2) / (phi2 - phi1), G =
 // cos phi1 / n + phi1; here n R G = R cos phi1 + n R phi1, finite when n is
 // 0.  Equal parallels give the tangent cone, n = sin phi1.
-CKvEquidistantConicSphere::CKvEquidistantConicSphere(const CKvEllipsoid& sphere,
-                                                     double parallel1, double parallel2,
-                                                     double originLongitude,
+CKvEquidistantConicSphere::CKvEquidistantConicSphere(const CKvEllipsoid& sphere, double parallel1,
+                                                     double parallel2, double originLongitude,
                                                      double originLatitude, double falseEasting,
                                                      double falseNorthing)
     : m_dR(sphere.GetMajor()),
@@ -58,7 +57,8 @@ void CKvEquidistantConicSphere::Geo2Proj(double lon, double lat, double* x, doub
 void CKvEquidistantConicSphere::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double n = m_dN, r0 = m_dR0;
   const double dx = x - m_dFE, dy = y - m_dFN;
-  const double nRho = std::hypot(n * dx, r0 - n * dy);
+  const double u = n * dx, v = r0 - n * dy;
+  const double nRho = std::sqrt(u * u + v * v);
   const double sum = r0 + nRho;
   const double rise = sum > 0.0 ? (2.0 * r0 * dy - n * (dx * dx + dy * dy)) / sum : 0.0;
   const double dLambda = KvCone::LongitudeDifference(n, r0, dx, dy);

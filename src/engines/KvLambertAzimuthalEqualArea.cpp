@@ -8,21 +8,15 @@ CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(
                                    set->GetFalseEasting(), set->GetFalseNorthing(),
                                    _FindEllipsoid(*set)) {}
 
-CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(const std::string& name,
-                                                           double centreLongitude,
-                                                           double originLatitude,
-                                                           double falseEasting,
-                                                           double falseNorthing,
-                                                           const CKvEllipsoid& ellipsoid)
+CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(
+    const std::string& name, double centreLongitude, double originLatitude, double falseEasting,
+    double falseNorthing, const CKvEllipsoid& ellipsoid)
     : CKvLambertAzimuthalEqualArea(name, centreLongitude, originLatitude, falseEasting,
                                    falseNorthing, &ellipsoid) {}
 
-CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(const std::string& name,
-                                                           double centreLongitude,
-                                                           double originLatitude,
-                                                           double falseEasting,
-                                                           double falseNorthing,
-                                                           const CKvEllipsoid* ellipsoid)
+CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(
+    const std::string& name, double centreLongitude, double originLatitude, double falseEasting,
+    double falseNorthing, const CKvEllipsoid* ellipsoid)
     : CKvVariantEngine(name) {
   if (!ellipsoid) return;
   _SetEllipsoid(*ellipsoid);
@@ -31,9 +25,8 @@ CKvLambertAzimuthalEqualArea::CKvLambertAzimuthalEqualArea(const std::string& na
   m_dFalseEasting = falseEasting;
   m_dFalseNorthing = falseNorthing;
   if (m_dInvF > 0.0)
-    m_pProj = new CKvLambertAzimuthalEqualAreaEllipsoid(*ellipsoid, centreLongitude,
-                                                        originLatitude, falseEasting,
-                                                        falseNorthing);
+    m_pProj = new CKvLambertAzimuthalEqualAreaEllipsoid(*ellipsoid, centreLongitude, originLatitude,
+                                                        falseEasting, falseNorthing);
   else
     m_pProj = new CKvLambertAzimuthalEqualAreaSphere(*ellipsoid, centreLongitude, originLatitude,
                                                      falseEasting, falseNorthing);

@@ -21,7 +21,7 @@ CKvLambertAzimuthalEqualAreaEllipsoid::CKvLambertAzimuthalEqualAreaEllipsoid(
       m_dFE(falseEasting),
       m_dFN(falseNorthing) {
   const double a = m_dA, e = m_dE, e2 = e * e;
-  m_dPole = KvConst::IsClose(originLatitude, 90.0) ? 1.0
+  m_dPole = KvConst::IsClose(originLatitude, 90.0)    ? 1.0
             : KvConst::IsClose(originLatitude, -90.0) ? -1.0
                                                       : 0.0;
   m_dQP = KvAux::AuthalicQ(1.0, e);
@@ -33,8 +33,8 @@ CKvLambertAzimuthalEqualAreaEllipsoid::CKvLambertAzimuthalEqualAreaEllipsoid(
   m_dCosBetaO = m_dPole != 0.0 ? 0.0 : std::sqrt((1.0 - m_dSinBetaO) * (1.0 + m_dSinBetaO));
   m_dD = m_dPole != 0.0 ? 1.0
                         : a * KvAux::ParallelRadius(sinPhiO, cosPhiO, e2) / (m_dRq * m_dCosBetaO);
-  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eLambertAzimuthalEqualArea, false,
-                                             e2, m_adC);
+  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eLambertAzimuthalEqualArea, false, e2,
+                                             m_adC);
 }
 
 CKvLambertAzimuthalEqualAreaEllipsoid::~CKvLambertAzimuthalEqualAreaEllipsoid() = default;
@@ -45,8 +45,7 @@ CKvLambertAzimuthalEqualAreaEllipsoid::~CKvLambertAzimuthalEqualAreaEllipsoid() 
 // beta - sin betaO cos beta cos(lambda - lambdaO)).  Polar: rho = a (qP -+
 // q)^0.5, E = FE + rho sin(lambda - lambdaO), N = FN -+ rho cos(lambda -
 // lambdaO).
-void CKvLambertAzimuthalEqualAreaEllipsoid::Geo2Proj(double lon, double lat, double* x,
-                                                     double* y) {
+void CKvLambertAzimuthalEqualAreaEllipsoid::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
   KvAux::SinCosDeg(KvAux::ReduceLongitudeDeg(lon - m_dLonO), &sinDl, &cosDl);
@@ -81,12 +80,11 @@ void CKvLambertAzimuthalEqualAreaEllipsoid::Geo2Proj(double lon, double lat, dou
 // betaO cos C - D^2 dy sin betaO sin C).  Polar: beta' = +-asin(1 - rho^2 /
 // (a^2 qP)), lambda = lambdaO + atan2(dx, -+dy).  sin C and cos C come from
 // sin(C/2) = rho / 2Rq.
-void CKvLambertAzimuthalEqualAreaEllipsoid::Proj2Geo(double x, double y, double* lon,
-                                                     double* lat) {
+void CKvLambertAzimuthalEqualAreaEllipsoid::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double dx = x - m_dFE, dy = y - m_dFN;
   double sinBeta, cosBeta, dLambda;
   if (m_dPole != 0.0) {
-    const double rho = std::hypot(dx, dy);
+    const double rho = std::sqrt(dx * dx + dy * dy);
     double t = rho * rho / (m_dA * m_dA * m_dQP);  // 1 - |sin beta'|
     // The opposite pole may come back a rounding error beyond the boundary.
     if (t > 2.0 && t - 2.0 < KvConst::kRelativeTolerance) t = 2.0;
@@ -95,7 +93,8 @@ void CKvLambertAzimuthalEqualAreaEllipsoid::Proj2Geo(double x, double y, double*
     dLambda = std::atan2(dx, -m_dPole * dy);
   } else {
     const double D = m_dD;
-    const double rho = std::hypot(dx / D, D * dy);
+    const double u = dx / D, v = D * dy;
+    const double rho = std::sqrt(u * u + v * v);
     if (rho == 0.0) {
       *lon = m_dLonO;
       *lat = m_dLatO;
@@ -114,7 +113,7 @@ void CKvLambertAzimuthalEqualAreaEllipsoid::Proj2Geo(double x, double y, double*
     const double px = m_dCosBetaO * cosC - m_dSinBetaO * sinC * north;
     const double py = sinC * east;
     sinBeta = m_dSinBetaO * cosC + m_dCosBetaO * sinC * north;
-    cosBeta = std::hypot(px, py);
+    cosBeta = std::sqrt(px * px + py * py);
     dLambda = std::atan2(py, px);
   }
   const double phi = KvAux::LatitudeFromAuthalic(sinBeta, cosBeta, m_dQP, m_dE, m_adC);

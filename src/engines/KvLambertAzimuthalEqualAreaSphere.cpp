@@ -9,9 +9,11 @@
 
 // A centre at a pole needs no formulas of its own: sin and cos of +-90
 // degrees are exact, so the oblique ones reduce to Snyder's polar ones.
-CKvLambertAzimuthalEqualAreaSphere::CKvLambertAzimuthalEqualAreaSphere(
-    const CKvEllipsoid& sphere, double centreLongitude, double originLatitude,
-    double falseEasting, double falseNorthing)
+CKvLambertAzimuthalEqualAreaSphere::CKvLambertAzimuthalEqualAreaSphere(const CKvEllipsoid& sphere,
+                                                                       double centreLongitude,
+                                                                       double originLatitude,
+                                                                       double falseEasting,
+                                                                       double falseNorthing)
     : m_dR(sphere.GetMajor()),
       m_dInvF(sphere.GetInvFlatness()),
       m_dLon0(centreLongitude),
@@ -23,9 +25,10 @@ CKvLambertAzimuthalEqualAreaSphere::CKvLambertAzimuthalEqualAreaSphere(
 
 CKvLambertAzimuthalEqualAreaSphere::~CKvLambertAzimuthalEqualAreaSphere() = default;
 
-// Snyder, chapter 24, forward: k' = (2 / (1 + sin phi1 sin phi + cos phi1 cos phi cos
-// (lambda - lambda0)))^0.5, x = R k' cos phi sin(lambda - lambda0), y = R k'
-// (cos phi1 sin phi - sin phi1 cos phi cos(lambda - lambda0)).
+// Snyder, chapter 24, forward: k' = (2 / (1 + sin phi1 sin phi + cos phi1
+// cos phi cos(lambda - lambda0)))^0.5, x = R k' cos phi sin(lambda -
+// lambda0), y = R k' (cos phi1 sin phi - sin phi1 cos phi cos(lambda -
+// lambda0)).
 void CKvLambertAzimuthalEqualAreaSphere::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
@@ -51,7 +54,7 @@ void CKvLambertAzimuthalEqualAreaSphere::Geo2Proj(double lon, double lat, double
 // cos c from sin(c/2) = rho / 2R.
 void CKvLambertAzimuthalEqualAreaSphere::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double dx = x - m_dFE, dy = y - m_dFN;
-  const double rho = std::hypot(dx, dy);
+  const double rho = std::sqrt(dx * dx + dy * dy);
   if (rho == 0.0) {
     *lon = m_dLon0;
     *lat = m_dLat1;
@@ -70,7 +73,7 @@ void CKvLambertAzimuthalEqualAreaSphere::Proj2Geo(double x, double y, double* lo
   const double py = sinC * east;
   const double pz = m_dSinPhi1 * cosC + m_dCosPhi1 * sinC * north;
   *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + std::atan2(py, px) * KvConst::kRadToDeg);
-  *lat = std::atan2(pz, std::hypot(px, py)) * KvConst::kRadToDeg;
+  *lat = std::atan2(pz, std::sqrt(px * px + py * py)) * KvConst::kRadToDeg;
 }
 
 void CKvLambertAzimuthalEqualAreaSphere::GetOrigin(double* lon, double* lat) {
