@@ -11,7 +11,9 @@
 //  1. KvFoo.h / KvFoo.cpp, deriving from
 //       CKvEngine<CKvFoo, CKvFooProjection>
 //     (add EKvEllipsoidRule::eWhenSet when an engine without an ellipsoid must
-//     answer GetAnonymousEllipsoid with false).  The header opens with the
+//     answer GetAnonymousEllipsoid with false; a method whose formulas differ
+//     between sphere and ellipsoid derives from CKvVariantEngine, which owns
+//     one CKvProjInterface variant and copies it, KvVariantEngine.h).  The header opens with the
 //     block the house style asks for: method, source of the formulas,
 //     accuracy as measured (and the tools/ script that measured it),
 //     domain, deliberate departures.
