@@ -57,7 +57,7 @@ void CKvAlbersEqualAreaEllipsoid::Geo2Proj(double lon, double lat, double* x, do
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
   const double alpha = KvAux::AuthalicQ(sinPhi, m_dE);
   const double r = a * std::sqrt(std::max(m_dC - m_dN * alpha, 0.0));
-  const double dLambda = KvAux::ReduceLongitudeDeg(lon - m_dLonF) * KvConst::kDegToRad;
+  const double dLambda = KvAux::ReducedLongitudeDeg(lon - m_dLonF) * KvConst::kDegToRad;
   double east, drop;
   KvCone::Bend(m_dN, r, dLambda, &east, &drop);
   // Both radii vanish only when the false origin and the point are the apex.
@@ -81,7 +81,7 @@ void CKvAlbersEqualAreaEllipsoid::Proj2Geo(double x, double y, double* lon, doub
   const double cosBeta = std::sqrt((1.0 - sinBeta) * (1.0 + sinBeta));  // NaN beyond the pole
   const double phi = KvAux::LatitudeFromAuthalic(sinBeta, cosBeta, m_dQP, m_dE, m_adC);
   const double dLambda = KvCone::LongitudeDifference(m_dN, m_dR0, dx, dy);
-  *lon = KvAux::ReduceLongitudeDeg(m_dLonF + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLonF + dLambda * KvConst::kRadToDeg);
   *lat = phi * KvConst::kRadToDeg;
 }
 

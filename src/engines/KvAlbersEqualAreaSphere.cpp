@@ -44,7 +44,7 @@ void CKvAlbersEqualAreaSphere::Geo2Proj(double lon, double lat, double* x, doubl
   double sinPhi, cosPhi;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
   const double r = R * std::sqrt(std::max(m_dC - 2.0 * m_dN * sinPhi, 0.0));
-  const double dLambda = KvAux::ReduceLongitudeDeg(lon - m_dLon0) * KvConst::kDegToRad;
+  const double dLambda = KvAux::ReducedLongitudeDeg(lon - m_dLon0) * KvConst::kDegToRad;
   double east, drop;
   KvCone::Bend(m_dN, r, dLambda, &east, &drop);
   const double sum = m_dR0 + r;
@@ -64,7 +64,7 @@ void CKvAlbersEqualAreaSphere::Proj2Geo(double x, double y, double* lon, double*
     sinPhi = std::copysign(1.0, sinPhi);
   const double cosPhi = std::sqrt((1.0 - sinPhi) * (1.0 + sinPhi));  // NaN beyond the pole
   const double dLambda = KvCone::LongitudeDifference(m_dN, m_dR0, dx, dy);
-  *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLon0 + dLambda * KvConst::kRadToDeg);
   *lat = std::atan2(sinPhi, cosPhi) * KvConst::kRadToDeg;
 }
 

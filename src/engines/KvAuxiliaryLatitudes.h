@@ -55,14 +55,6 @@ inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
 
-// An angle in degrees reduced to [-180, 180]; unchanged, bit for bit, when
-// it lies there already, and exact otherwise (remainder is exact).  The
-// engines reduce longitude differences about their central meridian with
-// it, and the longitudes they return.
-inline double ReduceLongitudeDeg(double degrees) {
-  return std::fabs(degrees) <= 180.0 ? degrees : std::remainder(degrees, 360.0);
-}
-
 // tan(pi/4 - phi/2) of a latitude in degrees, formed from the angle in
 // degrees: 45 - lat/2 on the northern half, where the difference is exact
 // near the pole, and the reciprocal of tan(45 + lat/2) on the southern half
@@ -149,6 +141,13 @@ inline void SinCosOfIsometric(double psi, double* sinOut, double* cosOut) {
 inline double ReducedLongitude(double dLambda) {
   if (std::fabs(dLambda) <= KvConst::kPi) return dLambda;
   return std::remainder(dLambda, 2.0 * KvConst::kPi);
+}
+
+// The same in degrees, [-180, 180], for engines that keep their longitudes
+// in degrees as callers pass them (exactly 180 stays 180).
+inline double ReducedLongitudeDeg(double degrees) {
+  if (std::fabs(degrees) <= 180.0) return degrees;
+  return std::remainder(degrees, 360.0);
 }
 
 // m = cos phi / sqrt(1 - e^2 sin^2 phi): the radius of the parallel in

@@ -92,7 +92,7 @@ void CKvCassiniSoldnerEllipsoid::_Reverse(double dx, double dy, double* dLambda,
 void CKvCassiniSoldnerEllipsoid::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, dx, dy;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
-  _Forward(KvAux::ReduceLongitudeDeg(lon - m_dLonO) * KvConst::kDegToRad, lat * KvConst::kDegToRad,
+  _Forward(KvAux::ReducedLongitudeDeg(lon - m_dLonO) * KvConst::kDegToRad, lat * KvConst::kDegToRad,
            sinPhi, cosPhi, &dx, &dy, nullptr);
   *x = m_dFE + dx;
   *y = m_dFN + dy;
@@ -122,7 +122,7 @@ void CKvCassiniSoldnerEllipsoid::Proj2Geo(double x, double y, double* lon, doubl
     phi += movePhi;
     if (std::fabs(moveLambda) < kLastStep && std::fabs(movePhi) < kLastStep) break;
   }
-  *lon = KvAux::ReduceLongitudeDeg(m_dLonO + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLonO + dLambda * KvConst::kRadToDeg);
   *lat = phi * KvConst::kRadToDeg;
 }
 

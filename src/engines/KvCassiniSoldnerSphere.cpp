@@ -37,7 +37,7 @@ CKvCassiniSoldnerSphere::~CKvCassiniSoldnerSphere() = default;
 void CKvCassiniSoldnerSphere::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
-  KvAux::SinCosDeg(KvAux::ReduceLongitudeDeg(lon - m_dLon0), &sinDl, &cosDl);
+  KvAux::SinCosDeg(KvAux::ReducedLongitudeDeg(lon - m_dLon0), &sinDl, &cosDl);
   const double X = cosPhi * cosDl, Y = cosPhi * sinDl, Z = sinPhi;
   const double xr =
       std::fabs(Y) < kAsinLimit ? std::asin(Y) : std::atan2(Y, std::sqrt(X * X + Z * Z));
@@ -55,7 +55,7 @@ void CKvCassiniSoldnerSphere::Proj2Geo(double x, double y, double* lon, double* 
   const double X = std::cos(xr) * std::cos(D), Y = std::sin(xr), Z = std::cos(xr) * std::sin(D);
   const double phi =
       std::fabs(Z) < kAsinLimit ? std::asin(Z) : std::atan2(Z, std::sqrt(X * X + Y * Y));
-  *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + std::atan2(Y, X) * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLon0 + std::atan2(Y, X) * KvConst::kRadToDeg);
   *lat = phi * KvConst::kRadToDeg;
 }
 

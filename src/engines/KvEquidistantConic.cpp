@@ -45,5 +45,5 @@ CKvEquidistantConic::CKvEquidistantConic(const std::string& name, double paralle
 double CKvEquidistantConic::GetConvergence(double lon, double) {
   double lon0 = 0.0, lat0 = 0.0;
   GetOrigin(&lon0, &lat0);
-  return KvAux::ReduceLongitudeDeg(lon - lon0) * m_dN;
+  return KvAux::ReducedLongitudeDeg(lon - lon0) * m_dN;
 }

@@ -49,7 +49,7 @@ CKvEquidistantConicEllipsoid::~CKvEquidistantConicEllipsoid() = default;
 void CKvEquidistantConicEllipsoid::Geo2Proj(double lon, double lat, double* x, double* y) {
   const double M = m_arc.Distance(lat * KvConst::kDegToRad);
   const double r = m_dNG - m_dN * M;
-  const double dLambda = KvAux::ReduceLongitudeDeg(lon - m_dLonF) * KvConst::kDegToRad;
+  const double dLambda = KvAux::ReducedLongitudeDeg(lon - m_dLonF) * KvConst::kDegToRad;
   double east, drop;
   KvCone::Bend(m_dN, r, dLambda, &east, &drop);
   *x = m_dFE + east;
@@ -71,7 +71,7 @@ void CKvEquidistantConicEllipsoid::Proj2Geo(double x, double y, double* lon, dou
   const double rise = sum > 0.0 ? (2.0 * r0 * dy - n * (dx * dx + dy * dy)) / sum : 0.0;
   const double phi = m_arc.Latitude(m_dMF + rise);
   const double dLambda = KvCone::LongitudeDifference(n, r0, dx, dy);
-  *lon = KvAux::ReduceLongitudeDeg(m_dLonF + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLonF + dLambda * KvConst::kRadToDeg);
   *lat = phi * KvConst::kRadToDeg;
 }
 

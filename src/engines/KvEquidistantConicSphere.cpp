@@ -43,7 +43,7 @@ void CKvEquidistantConicSphere::Geo2Proj(double lon, double lat, double* x, doub
   const double R = m_dR;
   const double phi = lat * KvConst::kDegToRad;
   const double r = m_dNG - m_dN * R * phi;
-  const double dLambda = KvAux::ReduceLongitudeDeg(lon - m_dLon0) * KvConst::kDegToRad;
+  const double dLambda = KvAux::ReducedLongitudeDeg(lon - m_dLon0) * KvConst::kDegToRad;
   double east, drop;
   KvCone::Bend(m_dN, r, dLambda, &east, &drop);
   *x = m_dFE + east;
@@ -62,7 +62,7 @@ void CKvEquidistantConicSphere::Proj2Geo(double x, double y, double* lon, double
   const double sum = r0 + nRho;
   const double rise = sum > 0.0 ? (2.0 * r0 * dy - n * (dx * dx + dy * dy)) / sum : 0.0;
   const double dLambda = KvCone::LongitudeDifference(n, r0, dx, dy);
-  *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLon0 + dLambda * KvConst::kRadToDeg);
   *lat = (m_dPhi0 + rise / m_dR) * KvConst::kRadToDeg;
 }
 

@@ -48,7 +48,7 @@ CKvLambertAzimuthalEqualAreaEllipsoid::~CKvLambertAzimuthalEqualAreaEllipsoid() 
 void CKvLambertAzimuthalEqualAreaEllipsoid::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
-  KvAux::SinCosDeg(KvAux::ReduceLongitudeDeg(lon - m_dLonO), &sinDl, &cosDl);
+  KvAux::SinCosDeg(KvAux::ReducedLongitudeDeg(lon - m_dLonO), &sinDl, &cosDl);
   const double q = KvAux::AuthalicQ(sinPhi, m_dE);
   if (m_dPole != 0.0) {
     const double rho = m_dA * std::sqrt(std::max(m_dQP - m_dPole * q, 0.0));
@@ -117,7 +117,7 @@ void CKvLambertAzimuthalEqualAreaEllipsoid::Proj2Geo(double x, double y, double*
     dLambda = std::atan2(py, px);
   }
   const double phi = KvAux::LatitudeFromAuthalic(sinBeta, cosBeta, m_dQP, m_dE, m_adC);
-  *lon = KvAux::ReduceLongitudeDeg(m_dLonO + dLambda * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLonO + dLambda * KvConst::kRadToDeg);
   *lat = phi * KvConst::kRadToDeg;
 }
 

@@ -32,7 +32,7 @@ CKvLambertAzimuthalEqualAreaSphere::~CKvLambertAzimuthalEqualAreaSphere() = defa
 void CKvLambertAzimuthalEqualAreaSphere::Geo2Proj(double lon, double lat, double* x, double* y) {
   double sinPhi, cosPhi, sinDl, cosDl;
   KvAux::SinCosDeg(lat, &sinPhi, &cosPhi);
-  KvAux::SinCosDeg(KvAux::ReduceLongitudeDeg(lon - m_dLon0), &sinDl, &cosDl);
+  KvAux::SinCosDeg(KvAux::ReducedLongitudeDeg(lon - m_dLon0), &sinDl, &cosDl);
   // Half the squared distance of the point from the centre's antipode: the
   // denominator of k' without its cancellation there.
   const double u = cosPhi * cosDl + m_dCosPhi1, v = cosPhi * sinDl, w = sinPhi + m_dSinPhi1;
@@ -72,7 +72,7 @@ void CKvLambertAzimuthalEqualAreaSphere::Proj2Geo(double x, double y, double* lo
   const double px = m_dCosPhi1 * cosC - m_dSinPhi1 * sinC * north;
   const double py = sinC * east;
   const double pz = m_dSinPhi1 * cosC + m_dCosPhi1 * sinC * north;
-  *lon = KvAux::ReduceLongitudeDeg(m_dLon0 + std::atan2(py, px) * KvConst::kRadToDeg);
+  *lon = KvAux::ReducedLongitudeDeg(m_dLon0 + std::atan2(py, px) * KvConst::kRadToDeg);
   *lat = std::atan2(pz, std::sqrt(px * px + py * py)) * KvConst::kRadToDeg;
 }
 

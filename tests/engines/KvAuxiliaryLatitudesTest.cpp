@@ -139,17 +139,17 @@ TEST(AuxiliaryLatitudes, LatitudeFromAuthalicInvertsQToRoundingError) {
               KvConst::kPi / 6, 2e-16);
 }
 
-TEST(AuxiliaryLatitudes, ReducesLongitudesToTheNearestTurn) {
+TEST(AuxiliaryLatitudes, LongitudesInDegreesAreReducedExactly) {
   const double cases[][2] = {
       {0, 0},      {179.5, 179.5}, {180, 180}, {-180, -180}, {190, -170},
       {-190, 170}, {359, -1},      {725, 5},   {-1e6, 80},   {3.6e9 + 0.25, 0.25},
   };
-  for (const auto& c : cases) EXPECT_EQ(KvAux::ReduceLongitudeDeg(c[0]), c[1]) << c[0];
+  for (const auto& c : cases) EXPECT_EQ(KvAux::ReducedLongitudeDeg(c[0]), c[1]) << c[0];
   // Inside [-180, 180] an angle is kept as it is.
-  EXPECT_EQ(KvAux::ReduceLongitudeDeg(-13.627203666666666), -13.627203666666666);
-  EXPECT_EQ(std::fabs(KvAux::ReduceLongitudeDeg(540)), 180.0);
-  EXPECT_TRUE(std::isnan(KvAux::ReduceLongitudeDeg(std::nan(""))));
-  EXPECT_TRUE(std::isnan(KvAux::ReduceLongitudeDeg(INFINITY)));
+  EXPECT_EQ(KvAux::ReducedLongitudeDeg(-13.627203666666666), -13.627203666666666);
+  EXPECT_EQ(std::fabs(KvAux::ReducedLongitudeDeg(540)), 180.0);
+  EXPECT_TRUE(std::isnan(KvAux::ReducedLongitudeDeg(std::nan(""))));
+  EXPECT_TRUE(std::isnan(KvAux::ReducedLongitudeDeg(INFINITY)));
 }
 
 TEST(AuxiliaryLatitudes, ParallelRadiusIsTheRadiusOfTheParallelOverA) {
