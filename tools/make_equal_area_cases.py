@@ -11,8 +11,9 @@ do not need it):
     c = CRS("EPSG:<code>")            or   CRS.from_proj4("<proj string>")
     Transformer.from_crs(c.geodetic_crs, c, always_xy=True).transform(lon, lat)
 
-EPSG systems are sampled on a 6 x 5 grid over their area of use
-(CRS.area_of_use), the others over the bounds written beside them.  Each point
+EPSG systems are sampled over their area of use (CRS.area_of_use), the
+others over the bounds written beside them, as tools/proj_area_cases.py
+samples an area.  Each point
 is a "both" case: forward within 0.1 mm (in the system's unit), reverse
 within 1e-9 degrees; points at a pole or on the antimeridian, whose
 longitude the reverse cannot tell, are forward cases.  The worked examples of EPSG Guidance Note 7-2 are
@@ -27,6 +28,8 @@ import os
 import sys
 
 from pyproj import CRS, Transformer
+
+import proj_area_cases
 
 COMMAND = '/usr/bin/python3 tools/make_equal_area_cases.py'
 PYPROJ = ('pyproj 3.4.1 (PROJ 9.1.1) Transformer.from_crs(c.geodetic_crs, c, always_xy=True), '
@@ -105,18 +108,11 @@ def proj_params(text):
     return params
 
 
-def area_grid(bounds, nlon=6, nlat=5):
-    west, south, east, north = bounds
-    if east < west:  # across the antimeridian
-        east += 360.0
-    points = []
-    for i in range(nlon):
-        lon = west + (east - west) * i / (nlon - 1)
-        if lon > 180.0:
-            lon -= 360.0
-        for j in range(nlat):
-            points.append((round(lon, 6), round(south + (north - south) * j / (nlat - 1), 6)))
-    return points
+def area_grid(bounds):
+    """proj_area_cases.py's sample of an area: a 5 x 5 grid off its edges,
+    and a pole it holds."""
+    grid, pole = proj_area_cases.points(bounds, 5)
+    return grid + ([pole] if pole else [])
 
 
 class Writer:
@@ -160,10 +156,10 @@ def write_epsg(w, code, comment, published=(), northing_first=False, extra=()):
              'CRS("EPSG:%d")' % code)
 
 
-def write_proj(w, comment, proj, method, spheroid, bounds, nlon=6, nlat=5):
+def write_proj(w, comment, proj, method, spheroid, bounds):
     crs = CRS.from_proj4(proj)
     text = wkt(comment, spheroid, method, proj_params(proj))
-    w.system(comment, text, crs, area_grid(bounds, nlon, nlat),
+    w.system(comment, text, crs, area_grid(bounds),
              'lon %s to %s, lat %s to %s' % (bounds[0], bounds[2], bounds[1], bounds[3]),
              oracle='CRS.from_proj4("%s")' % proj)
 
@@ -196,17 +192,17 @@ def main(folder):
                            'pyproj 3.4.1: N 2999718.853, E 3962799.451')])
     write_proj(w, 'North polar aspect (WGS 84 / North Pole LAEA Europe, EPSG:3575)',
                '+proj=laea +lat_0=90 +lon_0=10 +datum=WGS84', 'Lambert_Azimuthal_Equal_Area',
-               WGS84, (-180, 45, 180, 90), 7, 5)
+               WGS84, (-180, 45, 180, 90))
     write_proj(w, 'South polar aspect (WGS 84 / NSIDC EASE-Grid 2.0 South, EPSG:6932)',
                '+proj=laea +lat_0=-90 +lon_0=0 +datum=WGS84', 'Lambert_Azimuthal_Equal_Area',
-               WGS84, (-180, -90, 180, 0), 7, 5)
+               WGS84, (-180, -90, 180, 0))
     write_proj(w, 'Equatorial aspect, WGS 84', '+proj=laea +lat_0=0 +lon_0=20 +x_0=5000000 '
                '+y_0=4000000 +ellps=WGS84', 'Lambert_Azimuthal_Equal_Area', WGS84,
                (-60, -80, 100, 80))
     write_proj(w, 'Sphere, oblique', '+proj=laea +R=6371000 +lat_0=52 +lon_0=10 +x_0=4321000 '
                '+y_0=3210000', 'Lambert_Azimuthal_Equal_Area', SPHERE, (-150, -30, 170, 90))
     write_proj(w, 'Sphere, south polar', '+proj=laea +R=6371000 +lat_0=-90 +lon_0=-45',
-               'Lambert_Azimuthal_Equal_Area', SPHERE, (-180, -90, 180, 60), 7, 5)
+               'Lambert_Azimuthal_Equal_Area', SPHERE, (-180, -90, 180, 60))
 
     w = Writer(folder, 'cassini_soldner.cases', 'Cassini-Soldner.')
     write_epsg(w, 30200, 'Trinidad 1903 / Trinidad Grid, in Clarke\'s links (1 cm is 0.0497 '
