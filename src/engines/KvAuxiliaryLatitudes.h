@@ -207,6 +207,20 @@ inline double LatitudeFromAuthalic(double sinBeta, double cosBeta, double qP, do
   return phi;
 }
 
+// The geodetic latitude of isometric latitude psi: the conformal latitude
+// chi = atan(sinh psi), then Guidance Note 7-2's series phi = chi + c1 sin
+// 2chi + c2 sin 4chi + c3 sin 6chi + c4 sin 8chi, with the four c of
+// CKvMapProjData::ComputeFourierCoefficients (terms to e^8; within 1.1e-10
+// degrees on the terrestrial ellipsoids).  sin 2chi and cos 2chi come from
+// sinh psi without another trigonometric call; psi = +-infinity is the pole.
+inline double LatitudeFromIsometric(double psi, const double* c) {
+  const double s = std::sinh(psi);  // tan chi
+  const double chi = std::atan(s);
+  if (!(std::fabs(s) < 1e150)) return chi;  // the poles, where sin 2chi = 0; or NaN
+  const double d = 1.0 / (1.0 + s * s);
+  return chi + ClenshawSin(c, 4, 2.0 * s * d, (1.0 - s * s) * d);
+}
+
 // The same sum at the complex argument u + iv, from sin 2u, cos 2u,
 // sinh 2v and cosh 2v: the real part is sum c sin(2ku) cosh(2kv), the
 // imaginary part sum c cos(2ku) sinh(2kv).
