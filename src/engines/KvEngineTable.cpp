@@ -25,6 +25,9 @@
 #include "engines/KvStereographicSouthPole.h"
 
 // oblique Mercator family and Krovak
+#include "engines/KvHotineObliqueMercator.h"
+#include "engines/KvObliqueMercator.h"
+#include "engines/KvRectifiedSkewOrthomorphic.h"
 
 // equal-area and equidistant family
 #include "engines/KvAlbersEqualArea.h"
@@ -133,11 +136,25 @@ const SRow kRows[] = {
                                        v.falseEasting, v.falseNorthing, v.ellipsoid);
      }},
     // 6 Hotine oblique Mercator
-    KV_NO_ENGINE,
-    // 7 oblique Mercator
-    KV_NO_ENGINE,
+    {FromSet<CKvHotineObliqueMercator>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvHotineObliqueMercator(v.name, v.scale, v.centerLongitude, v.centerLatitude,
+                                           v.azimuth, v.falseEasting, v.falseNorthing,
+                                           v.ellipsoid);
+     }},
+    // 7 oblique Mercator: a grid angle other than the azimuth was read as type 8
+    {FromSet<CKvObliqueMercator>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvObliqueMercator(v.name, v.scale, v.centerLongitude, v.centerLatitude,
+                                     v.azimuth, v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
     // 8 rectified skew orthomorphic
-    KV_NO_ENGINE,
+    {FromSet<CKvRectifiedSkewOrthomorphic>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvRectifiedSkewOrthomorphic(v.name, v.scale, v.centerLongitude,
+                                               v.centerLatitude, v.azimuth, v.xyPlaneRotation,
+                                               v.falseEasting, v.falseNorthing, v.ellipsoid);
+     }},
     // 9 rotated longitude/latitude
     {FromSet<CKvRotatedLongitudeLatitude>,
      [](const SValues& v) -> CKvProjection* {
