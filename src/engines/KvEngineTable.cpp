@@ -26,6 +26,7 @@
 
 // oblique Mercator family and Krovak
 #include "engines/KvHotineObliqueMercator.h"
+#include "engines/KvKrovak.h"
 #include "engines/KvObliqueMercator.h"
 #include "engines/KvRectifiedSkewOrthomorphic.h"
 
@@ -191,7 +192,12 @@ const SRow kRows[] = {
        return new CKvGeographical(v.name, v.primeMeridian, v.ellipsoid);
      }},
     // 15 Krovak
-    KV_NO_ENGINE,
+    {FromSet<CKvKrovak>,
+     [](const SValues& v) -> CKvProjection* {
+       return new CKvKrovak(v.name, v.scale, v.pseudoParallel, v.centerLongitude, v.centerLatitude,
+                            v.azimuth, v.xyPlaneRotation, v.xScale, v.yScale, v.falseEasting,
+                            v.falseNorthing, v.ellipsoid);
+     }},
     // 16 Albers equal area
     {FromSet<CKvAlbersEqualArea>,
      [](const SValues& v) -> CKvProjection* {
