@@ -15,15 +15,19 @@
 #include "engines/KvCassiniSoldner.h"
 #include "engines/KvEquidistantConic.h"
 #include "engines/KvGeographical.h"
+#include "engines/KvHotineObliqueMercator.h"
+#include "engines/KvKrovak.h"
 #include "engines/KvLambert1SP.h"
 #include "engines/KvLambert2SP.h"
 #include "engines/KvLambertAzimuthalEqualArea.h"
 #include "engines/KvMercator1SP.h"
 #include "engines/KvMercator2SP.h"
 #include "engines/KvNewZealandMapGrid.h"
+#include "engines/KvObliqueMercator.h"
 #include "engines/KvPolarStereographic.h"
 #include "engines/KvProjInterface.h"
 #include "engines/KvProjection.h"
+#include "engines/KvRectifiedSkewOrthomorphic.h"
 #include "engines/KvRotatedLongitudeLatitude.h"
 #include "engines/KvStereographic.h"
 #include "engines/KvStereographicNorthPole.h"
@@ -118,6 +122,10 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
   CKvLambertAzimuthalEqualArea laea("Layout", 10, 52, 4321000, 3210000, e);
   CKvCassiniSoldner cassini("Layout", 13.5, 52.5, 40000, 10000, e);
   CKvEquidistantConic eqdc("Layout", 20, 60, -96, 40, 0, 0, e);
+  CKvHotineObliqueMercator hotine("Layout", 0.9999, -133.5, 57, 323, 5e6, -5e6, e);
+  CKvObliqueMercator oblique("Layout", 1, 7.5, 47, 90, 2.6e6, 1.2e6, e);
+  CKvRectifiedSkewOrthomorphic skew("Layout", 0.99984, 102.25, 4, 323, 323.5, 804671, 0, e);
+  CKvKrovak krovak("Layout", 0.9999, 78.5, 24.8, 49.5, 30.3, 0, 1, 1, 0, 0, e);
   struct {
     const char* engine;
     const CKvProjection& object;
@@ -143,6 +151,11 @@ TEST(EngineLayout, EnginesKeepTheirSizeAndTheSemiMajorAxisAfterTheName) {
       {"CKvLambertAzimuthalEqualArea", laea, sizeof laea, 336},
       {"CKvCassiniSoldner", cassini, sizeof cassini, 336},
       {"CKvEquidistantConic", eqdc, sizeof eqdc, 360},
+      // The three Hotine engines: seven parameters, then their constants.
+      {"CKvHotineObliqueMercator", hotine, sizeof hotine, 504},
+      {"CKvObliqueMercator", oblique, sizeof oblique, 504},
+      {"CKvRectifiedSkewOrthomorphic", skew, sizeof skew, 504},
+      {"CKvKrovak", krovak, sizeof krovak, 480},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.engine);
