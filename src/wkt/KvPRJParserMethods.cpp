@@ -55,10 +55,12 @@ constexpr SKvWktParameter kNewZealand[] = {
     KV_WKT_PARAM("Longitude_Of_Origin", "Central_Meridian", CentralMeridian, true, M::eNotSet,
                  true),
     kLO};
-// The grid angle, when missing, is the azimuth: an unrotated grid.
+// The grid angle, when missing, is the azimuth: an unrotated grid.  The
+// ESRI dialect names it "XY_Plane_Rotation".
 constexpr SKvWktParameter kHotine[] = {
     kFE, kFN, kSF, kAz, kLonC, kLatC,
-    KV_WKT_PARAM("Rectified_Grid_Angle", nullptr, XYPlaneRotation, true, M::eAzimuth, false)};
+    KV_WKT_PARAM("Rectified_Grid_Angle", "XY_Plane_Rotation", XYPlaneRotation, true, M::eAzimuth,
+                 false)};
 constexpr SKvWktParameter kSkew[] = {kFE, kFN, kSF, kAz, kLonC, kLatC, kXYRot};
 constexpr SKvWktParameter kRotated[] = {
     KV_WKT("Longitude_Of_South_Pole", LongitudeOfSouthPole),

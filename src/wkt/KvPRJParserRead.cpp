@@ -1,9 +1,12 @@
 #include "wkt/KvPRJParser.h"
 
+#include <cmath>
 #include <map>
 #include <memory>
 
+#include "catalogue/KvEllipsoid.h"
 #include "catalogue/KvMapProjectionList.h"
+#include "engines/KvHotineConstants.h"
 #include "engines/KvProjection.h"
 #include "platform/KvConstants.h"
 #include "wkt/KvPRJParserMethods.h"
@@ -47,6 +50,7 @@ const SName kProjectionNames[] = {
     {"Hotine_Oblique_Mercator_Azimuth_Natural_Origin", D::eHotineObliqueMercator},
     {"Hotine_Oblique_Mercator", D::eHotineObliqueMercator},
     {"Hotine_Oblique_Mercator_Azimuth_Center", D::eObliqueMercator},
+    {"Rectified_Skew_Orthomorphic_Center", D::eObliqueMercator},  // its grid angle is read too
     {"Rectified_Skew_Orthomorphic_Natural_Origin", D::eRectifiedSkewOrthomorphic},
     {"Rotated_Longitude_Latitude", D::eRotatedLongitudeLatitude},
     {"Mercator", D::eMercator2SP},  // without a suffix: the 2SP type, on purpose
@@ -81,6 +85,57 @@ bool AllSet(std::initializer_list<double> values) {
   for (double v : values)
     if (!IsSet(v)) return false;
   return true;
+}
+
+// A Hotine text with its false origin at the projection centre (variant B)
+// and a grid angle other than its azimuth becomes the rectified skew
+// orthomorphic, whose false origin lies at the natural origin: the same
+// projection once the false easting and northing are moved back by uc along
+// the initial line (CKvHotineConstants).  The record then names the method
+// it holds, so that its text reads back as the same system.  False when uc
+// cannot be had (no ellipsoid, a centre at a pole, a zero unit): the text
+// is refused rather than read without its angle.
+bool MoveCentreToNaturalOrigin(CKvPRJParser& r) {
+  CString name;
+  double a = 0.0, invF = 0.0, angular = 0.0, unit = 0.0;
+  r.GetEllipsoid(name, a, invF);
+  r.GetAngularUnit(name, angular);
+  r.GetProjUnit(name, unit);
+  const double toDegrees = angular * KvConst::kRadToDeg;
+  const CKvEllipsoid ellipsoid("", "", a, invF);
+  const CKvHotineConstants hotine(a, ellipsoid.GetEccentricity(), r.GetScaleFactor(), 0.0,
+                                  r.GetLatitudeOfCenter() * toDegrees, r.GetAzimuth() * toDegrees,
+                                  r.GetXYPlaneRotation() * toDegrees, 0.0, 0.0,
+                                  CKvHotineConstants::eProjectionCentre);
+  // The move in the text's unit.
+  const double east = hotine.NaturalFalseEasting() / unit;
+  const double north = hotine.NaturalFalseNorthing() / unit;
+  if (!(a > 0.0) || !std::isfinite(east) || !std::isfinite(north)) return false;
+  r.SetFalseEasting(r.GetFalseEasting() + east);
+  r.SetFalseNorthing(r.GetFalseNorthing() + north);
+  r.SetProjectionType(D::eRectifiedSkewOrthomorphic);
+  r.SetProjectionTypeName("Rectified_Skew_Orthomorphic_Natural_Origin");
+  return true;
+}
+
+// A Krovak text with axes of its own and none of the three parameters by
+// which the other dialect orients the method's southing and westing is read
+// in its east-north form, so that the axes then say what its coordinates
+// are: easting and northing for AXIS["X",EAST], AXIS["Y",NORTH], southing
+// and westing for AXIS["X",SOUTH], AXIS["Y",WEST].  Without axes the
+// method's own southing and westing stand.
+void OrientKrovakByItsAxes(CKvPRJParser& r, const CString& tail) {
+  if (tail.Find("AXIS") < 0) return;
+  CString lower(tail);
+  lower.MakeLower();
+  for (const char* name : {"\"x_scale\"", "\"y_scale\"", "\"xy_plane_rotation\""})
+    if (lower.Find(name) >= 0) return;
+  CString unit;
+  double angular = 0.0;
+  r.GetAngularUnit(unit, angular);
+  r.SetXScale(-1.0);
+  r.SetYScale(1.0);
+  r.SetXYPlaneRotation(90.0 / (angular * KvConst::kRadToDeg));  // in the text's angular unit
 }
 
 }  // namespace
@@ -300,6 +355,13 @@ bool CKvPRJParser::Parse(bool orderParallels) {
     }
     const CString afterAxis1 = GetNameParam(tail, "AXIS", m_strAxis1Name, m_strAxis1Direction);
     GetNameParam(afterAxis1, "AXIS", m_strAxis2Name, m_strAxis2Direction);
+
+    if (m_eProjectionType == D::eKrovak) OrientKrovakByItsAxes(*this, tail);
+    if (m_eProjectionType == D::eObliqueMercator &&
+        !KvConst::IsClose(m_dXYPlaneRotation, m_dAzimuth) && !MoveCentreToNaturalOrigin(*this)) {
+      m_eProjectionType = D::eUndefined;
+      return false;
+    }
   }
 
   if (m_eProjectionType != D::eUndefined) {
@@ -314,8 +376,10 @@ bool CKvPRJParser::Parse(bool orderParallels) {
 // once for all the searches); the record names the method when the required
 // ones are there.  Two methods are decided by what was found: a
 // two-parallel cone without its parallels but with a scale is the
-// one-parallel cone, and a Hotine text whose grid angle is not its azimuth
-// is the rectified skew orthomorphic.
+// one-parallel cone, and a Hotine text with its false origin at the natural
+// origin whose grid angle is not its azimuth is the rectified skew
+// orthomorphic (one with its false origin at the centre is moved once the
+// linear unit is known, in Parse).
 void CKvPRJParser::_ReadParameters(const CString& tail) {
   EProjectionType t = m_eProjectionType;
   const SKvWktMethod* method = KvWktMethod(t);
@@ -340,8 +404,7 @@ void CKvPRJParser::_ReadParameters(const CString& tail) {
     t = D::eLambert1SP;
     valid = true;
   }
-  if ((t == D::eHotineObliqueMercator || t == D::eObliqueMercator) && valid &&
-      !KvConst::IsClose(m_dXYPlaneRotation, m_dAzimuth))
+  if (t == D::eHotineObliqueMercator && valid && !KvConst::IsClose(m_dXYPlaneRotation, m_dAzimuth))
     t = D::eRectifiedSkewOrthomorphic;
   m_eProjectionType = valid ? t : D::eUndefined;
 }

@@ -361,4 +361,109 @@ TEST(KvPRJParser, WktOfEngineTypesRoundTrips) {
   }
 }
 
+// Timbalai 1948 / RSO Borneo (m): Hotine variant B, grid angle 53 07' 48.3685"
+// against the azimuth 53 18' 56.9537", in the GDAL dialect ("rectified_grid_angle")
+// and the ESRI one ("Rectified_Skew_Orthomorphic_Center", "XY_Plane_Rotation"),
+// in metres and in British chains (Sears 1922).
+std::string Borneo(const char* method, const char* angleName, const char* fe, const char* fn,
+                   const char* unit) {
+  return std::string("PROJCS[\"Borneo\",GEOGCS[\"Timbalai 1948\",DATUM[\"Timbalai_1948\","
+                     "SPHEROID[\"Everest 1830 (1967 Definition)\",6377298.556,300.8017]],"
+                     "PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]],PROJECTION[\"") +
+         method + "\"],PARAMETER[\"latitude_of_center\",4],PARAMETER[\"longitude_of_center\",115]," +
+         "PARAMETER[\"azimuth\",53.3158204722222],PARAMETER[\"" + angleName +
+         "\",53.1301023611111],PARAMETER[\"scale_factor\",0.99984],PARAMETER[\"false_easting\"," +
+         fe + "],PARAMETER[\"false_northing\"," + fn + "]," + unit + "]";
+}
+
+TEST(KvPRJParser, CarriesVariantBWithItsOwnGridAngleAsTheSkewOrthomorphic) {
+  // The centre's coordinates about the natural origin, uc (sin, cos) of the
+  // grid angle:
+  //   echo "115 4" | proj -f %.9f +proj=omerc +no_uoff +lat_0=4 +lonc=115
+  //     +alpha=53.3158204722222 +gamma=53.1301023611111 +k=0.99984 +x_0=0 +y_0=0
+  //     +a=6377298.556 +rf=300.8017   ->  590476.875346880 442857.656398164
+  const double ucEast = 590476.875346880, ucNorth = 442857.656398164;
+  const double chain = 20.1167651215526;
+  const struct {
+    std::string text;
+    double east, north;  // the false origin read, in the text's unit
+  } cases[] = {
+      {Borneo("Hotine_Oblique_Mercator_Azimuth_Center", "rectified_grid_angle", "590476.87",
+              "442857.65", "UNIT[\"metre\",1]"),
+       590476.87 - ucEast, 442857.65 - ucNorth},
+      {Borneo("Rectified_Skew_Orthomorphic_Center", "XY_Plane_Rotation", "590476.87",
+              "442857.65", "UNIT[\"Meter\",1]"),
+       590476.87 - ucEast, 442857.65 - ucNorth},
+      {Borneo("Rectified_Skew_Orthomorphic_Center", "XY_Plane_Rotation", "29352.4763",
+              "22014.3572", "UNIT[\"British chain (Sears 1922)\",20.1167651215526]"),
+       29352.4763 - ucEast / chain, 22014.3572 - ucNorth / chain},
+  };
+  for (const auto& c : cases) {
+    CKvPRJParser parser(c.text.c_str());
+    ASSERT_TRUE(parser.Parse(false)) << c.text;
+    EXPECT_EQ(parser.GetProjectionType(), D::eRectifiedSkewOrthomorphic);
+    EXPECT_STREQ(parser.GetProjectionTypeName().GetString(),
+                 "Rectified_Skew_Orthomorphic_Natural_Origin");
+    EXPECT_NEAR(parser.GetFalseEasting(), c.east, 1e-6);
+    EXPECT_NEAR(parser.GetFalseNorthing(), c.north, 1e-6);
+    EXPECT_EQ(parser.GetXYPlaneRotation(), 53.1301023611111);
+    // Written and read again, the record stays where it is.
+    CString once, twice;
+    ASSERT_TRUE(parser.Format(once));
+    CKvPRJParser again(once);
+    ASSERT_TRUE(again.Parse(false));
+    EXPECT_NEAR(again.GetFalseEasting(), parser.GetFalseEasting(), 1e-15);  // %.16g
+    again.Format(twice);
+    EXPECT_STREQ(twice.GetString(), once.GetString());
+  }
+  // The same grids with the grid angle equal to the azimuth stay variant B.
+  const std::string unrotated = Borneo("Rectified_Skew_Orthomorphic_Center", "XY_Plane_Rotation",
+                                       "590476.87", "442857.65", "UNIT[\"Meter\",1]");
+  std::string same = unrotated;
+  same.replace(same.find("53.1301023611111"), 16, "53.3158204722222");
+  EXPECT_EQ(TypeOf(same), D::eObliqueMercator);
+  // Without an ellipsoid the move cannot be made: the text is refused, not
+  // read without its angle.
+  std::string flat = unrotated;
+  flat.replace(flat.find("6377298.556"), 11, "0");
+  EXPECT_EQ(TypeOf(flat), D::eUndefined);
+}
+
+TEST(KvPRJParser, OrientsKrovakByItsAxesWhenTheTextHasNoScales) {
+  const std::string head =
+      "PROJCS[\"S-JTSK\",GEOGCS[\"S-JTSK\",DATUM[\"S_JTSK\",SPHEROID[\"Bessel 1841\",6377397.155,"
+      "299.1528128]],PRIMEM[\"Greenwich\",0],UNIT[\"";
+  const std::string body =
+      "PROJECTION[\"Krovak\"],PARAMETER[\"latitude_of_center\",49.5],"
+      "PARAMETER[\"longitude_of_center\",24.8333333333333],PARAMETER[\"azimuth\",30.2881397527778],"
+      "PARAMETER[\"pseudo_standard_parallel_1\",78.5],PARAMETER[\"scale_factor\",0.9999],"
+      "PARAMETER[\"false_easting\",0],PARAMETER[\"false_northing\",0],";
+  const std::string degree = "degree\",0.0174532925199433]],";
+  const std::string grad = "grad\",0.01570796326794897]],";
+  const std::string esri =
+      "PARAMETER[\"X_Scale\",1.0],PARAMETER[\"Y_Scale\",1.0],PARAMETER[\"XY_Plane_Rotation\",0],";
+  const struct {
+    std::string text;
+    double xScale, yScale, rotation;  // in the text's angular unit
+  } cases[] = {
+      // no axes: the method's southing and westing
+      {head + degree + body + "UNIT[\"metre\",1]]", 1, 1, 0},
+      // axes of its own: the east-north form, which they then orient
+      {head + degree + body + "UNIT[\"metre\",1],AXIS[\"Easting\",EAST],AXIS[\"Northing\",NORTH]]",
+       -1, 1, 90},
+      {head + degree + body + "UNIT[\"metre\",1],AXIS[\"X\",SOUTH],AXIS[\"Y\",WEST]]", -1, 1, 90},
+      {head + grad + body + "UNIT[\"metre\",1],AXIS[\"X\",SOUTH],AXIS[\"Y\",WEST]]", -1, 1, 100},
+      // the ESRI parameters say it, axes or not
+      {head + degree + body + esri + "UNIT[\"metre\",1],AXIS[\"X\",SOUTH],AXIS[\"Y\",WEST]]", 1, 1,
+       0},
+  };
+  for (const auto& c : cases) {
+    CKvPRJParser parser(c.text.c_str());
+    ASSERT_TRUE(parser.Parse(false)) << c.text;
+    EXPECT_EQ(parser.GetXScale(), c.xScale) << c.text;
+    EXPECT_EQ(parser.GetYScale(), c.yScale) << c.text;
+    EXPECT_NEAR(parser.GetXYPlaneRotation(), c.rotation, 1e-12) << c.text;
+  }
+}
+
 }  // namespace
