@@ -37,8 +37,13 @@ Choices the registry leaves open:
 - Hotine variant A becomes a rectified skew orthomorphic set when the angle
   from the rectified to the skew grid differs from the azimuth (modulo 360
   degrees), a Hotine oblique Mercator set otherwise.  Hotine variant B becomes
-  an oblique Mercator set; that set has no grid angle, so a variant B CRS whose
-  grid angle differs from its azimuth is left out.
+  an oblique Mercator set when the two angles agree.  That set has no grid
+  angle, so a variant B CRS whose grid angle differs from its azimuth becomes
+  a rectified skew orthomorphic set, the same projection with its false
+  origin moved from the projection centre back along the initial line to the
+  natural origin: FE = Ec - uc sin(gammac), FN = Nc - uc cos(gammac), with
+  the distance uc of EPSG Guidance Note 7-2 (see centre_offset); the library
+  moves the false origin of such a WKT text the same way.
 - Polar stereographic variant A (origin at a pole, scale at the origin) uses
   the polar stereographic set; variant B (latitude of standard parallel) uses
   the north-pole or south-pole set by the sign of that latitude, with the
@@ -228,6 +233,9 @@ FALSE_NORTHINGS = {FN, N_PC, N_FO}
 
 # A value written as is, not taken from the registry.
 Fixed = collections.namedtuple("Fixed", "value")
+# A false easting (axis 0) or northing (axis 1) moved from the projection
+# centre to the natural origin (Params.natural_origin).
+Moved = collections.namedtuple("Moved", "axis")
 
 # method code -> (section, [(file key, parameter code or Fixed)])
 TM = ("UTM_PROJECTION",
@@ -251,6 +259,10 @@ HOTINE = ("HOTINE_OBLIQUE_MERCATOR_PROJECTION",
 RSO = ("RECTIFIED_SKEW_ORTHOMORPHIC_PROJECTION",
        [("Scale", K_IL), ("Center_Longitude", LON_PC), ("Center_Latitude", LAT_PC),
         ("Azimuth", AZIMUTH), ("XY_Plane_Rotation", GAMMA), ("Feast", FE), ("Fnorth", FN)])
+RSO_FROM_CENTRE = ("RECTIFIED_SKEW_ORTHOMORPHIC_PROJECTION",
+                   [("Scale", K_IL), ("Center_Longitude", LON_PC), ("Center_Latitude", LAT_PC),
+                    ("Azimuth", AZIMUTH), ("XY_Plane_Rotation", GAMMA), ("Feast", Moved(0)),
+                    ("Fnorth", Moved(1))])
 OBLIQUE = ("OBLIQUE_MERCATOR_PROJECTION",
            [("Scale", K_IL), ("Center_Longitude", LON_PC), ("Center_Latitude", LAT_PC),
             ("Azimuth", AZIMUTH), ("Feast", E_PC), ("Fnorth", N_PC)])
@@ -333,9 +345,7 @@ def choose_layout(method, p):
     if method == 9812:
         return HOTINE if same_angle(p.angle(GAMMA), p.angle(AZIMUTH)) else RSO
     if method == 9815:
-        if not same_angle(p.angle(GAMMA), p.angle(AZIMUTH)):
-            raise Skip("Hotine variant B with a grid angle other than the azimuth")
-        return OBLIQUE
+        return OBLIQUE if same_angle(p.angle(GAMMA), p.angle(AZIMUTH)) else RSO_FROM_CENTRE
     if method == 9804:
         if p.has(LAT_NO) and p.angle(LAT_NO) != 0:
             raise Skip("Mercator variant A with an origin off the equator")
@@ -379,6 +389,7 @@ class Params:
         self.units = units
         self.prime_meridian = prime_meridian  # degrees east of Greenwich
         self.values = {}
+        self.ellipsoid = None  # () -> (a, 1/f), set by the catalogue
         for i in range(1, 8):
             code = row["param%d_code" % i]
             if code is None:
@@ -423,6 +434,32 @@ class Params:
         value, uom = self._get(code)
         return self.units.unity(value, uom)
 
+    def natural_origin(self):
+        """The false easting and northing of a variant B conversion moved from
+        the projection centre to the natural origin, in metres (the ellipsoid
+        is set by the catalogue before the lines are written)."""
+        a, invf = self.ellipsoid()
+        uc = centre_offset(a, invf, self.scale(K_IL), self.angle(LAT_PC), self.angle(AZIMUTH))
+        gamma = math.radians(float(self.angle(GAMMA)))
+        return (float(self.metres(E_PC)) - uc * math.sin(gamma),
+                float(self.metres(N_PC)) - uc * math.cos(gamma))
+
+
+def centre_offset(a, invf, kc, latc, alphac):
+    """uc of EPSG Guidance Note 7-2's Hotine oblique Mercator (variant B),
+    metres along the initial line from the natural origin to the projection
+    centre: (A / B) atan2(sqrt(D^2 - 1), cos alphac) SIGN(latc), with
+    sqrt(D^2 - 1) written tan(latc) sqrt((1 - e^2) / (1 - e^2 sin^2 latc)),
+    which it equals.  Angles in degrees; double precision."""
+    f = 1 / float(invf) if invf > 0 else 0.0
+    e2 = f * (2 - f)
+    phi, alpha = math.radians(float(latc)), math.radians(float(alphac))
+    w2 = 1 - e2 * math.sin(phi)**2
+    B = math.sqrt(1 + e2 * math.cos(phi)**4 / (1 - e2))
+    A = float(a) * B * float(kc) * math.sqrt(1 - e2) / w2
+    G = math.tan(phi) * math.sqrt((1 - e2) / w2)
+    return A / B * math.atan2(abs(G), math.cos(alpha)) * ((latc > 0) - (latc < 0))
+
 
 def record_lines(layout, p, us_feet):
     """The key lines of a record.  With us_feet, false origins given in US
@@ -432,6 +469,8 @@ def record_lines(layout, p, us_feet):
     for key, source in keys:
         if isinstance(source, Fixed):
             lines.append((key, fmt(source.value)))
+        elif isinstance(source, Moved):
+            lines.append((key, fmt(p.natural_origin()[source.axis])))
         elif source in SCALES:
             lines.append((key, fmt(p.scale(source))))
         elif source in LONGITUDES:
@@ -943,6 +982,7 @@ class Catalogue:
         try:
             pm = units.degrees(row["pm_longitude"], row["pm_uom_code"])
             p = Params(row, units, pm)
+            p.ellipsoid = lambda: ellipsoid_constants(row, units)
             layout = choose_layout(method, p)
             target = state_plane_file(row["name"], row["datum_name"]) or "map_projection.tsf"
             us_feet = target == "state_plane_nad27.tsf"

@@ -9,6 +9,7 @@ registry is not needed).
 import math
 import os
 import random
+import re
 import sqlite3
 import sys
 import tempfile
@@ -417,7 +418,21 @@ class GeneratorRun(unittest.TestCase):
                       "   EndSect  // MERCATOR_1SP_PROJECTION\n", main)
         self.assertNotIn("Mixed units", main + nad27)  # axes in two different units
         self.assertNotIn("deprecated", main)
-        self.assertNotIn("Skewed", main)  # variant B with a grid angle other than the azimuth
+        # Variant B with a grid angle other than the azimuth: the rectified skew
+        # orthomorphic with its false origin at the natural origin, where the
+        # centre's own coordinates (0, 0) less uc (sin, cos) of the grid angle are
+        # echo "115 4" | proj -f %.9f +proj=omerc +no_uoff +lat_0=4 +lonc=115
+        #   +alpha=53 +gamma=52 +k=1 +x_0=0 +y_0=0 +ellps=clrk66
+        #   -> 577501.601702215 451193.700694548 (PROJ 9.1.1), negated.
+        skewed = main[main.index("// EPSG:29873"):]
+        self.assertTrue(skewed.startswith(
+            "// EPSG:29873\n      Projection_Name = 'NAD27 / Skewed'\n"), skewed[:200])
+        self.assertIn("   [RECTIFIED_SKEW_ORTHOMORPHIC_PROJECTION]  // EPSG:29873", main)
+        east = float(re.search(r"Feast = (\S+)", skewed).group(1))
+        north = float(re.search(r"Fnorth = (\S+)", skewed).group(1))
+        self.assertAlmostEqual(east, -577501.601702215, delta=1e-6)
+        self.assertAlmostEqual(north, -451193.700694548, delta=1e-6)
+        self.assertIn("      Azimuth = 53\n      XY_Plane_Rotation = 52\n", skewed)
         self.assertNotIn("Bonne", main)
         self.assertEqual(first["state_plane_nad83.tsf"].count("EndSect"), 1)  # target only
         ellipsoids = first["ellipsoid.tsf"]

@@ -75,10 +75,9 @@ class BundledCatalogue : public ::testing::Test {
 std::unique_ptr<SBundled> BundledCatalogue::s;
 
 // The generator's report for registry v10.076: 5135 projected CRSs, of which
-// 113 use methods without a parameter set here or (three Hotine variant B
-// grids) parameters the sets cannot hold.
+// 110 use methods without a parameter set here.
 TEST_F(BundledCatalogue, FilesParseIntoOneRecordPerSupportedRegistrySystem) {
-  const std::ptrdiff_t expected[] = {3994, 906, 122};
+  const std::ptrdiff_t expected[] = {3997, 906, 122};
   std::set<std::string> names;
   for (int i = 0; i < 3; ++i) {
     SCOPED_TRACE(kFiles[i]);
@@ -92,7 +91,7 @@ TEST_F(BundledCatalogue, FilesParseIntoOneRecordPerSupportedRegistrySystem) {
     names.insert(r->GetName());
   }
   // No record hides another, and none takes a built-in name.
-  EXPECT_EQ(names.size(), 3994u + 906u + 122u);
+  EXPECT_EQ(names.size(), 3997u + 906u + 122u);
   for (const char* builtIn : {"LONG/LAT", "UTM-32", "NON-UTM"}) EXPECT_EQ(names.count(builtIn), 0u);
 }
 
@@ -199,10 +198,8 @@ TEST_F(BundledCatalogue, RecordsCarryTheRegistryValuesInDegreesAndMetres) {
     for (std::size_t i = 0; i < values.size(); ++i)
       EXPECT_DOUBLE_EQ(values[i], c.values[i]) << "parameter " << i;
   }
-  // Left out: deprecated systems, Hotine variant B grids whose grid angle is
-  // not the azimuth, methods without a parameter set.
-  for (const char* absent : {"Timbalai 1948 / RSO Borneo (m)", "S-JTSK / Krovak East North",
-                             "Hartebeesthoek94 / Lo29"})
+  // Left out: deprecated systems, methods without a parameter set.
+  for (const char* absent : {"S-JTSK / Krovak East North", "Hartebeesthoek94 / Lo29"})
     for (CKvMapProjectionList& list : s->lists)
       EXPECT_EQ(list.GetMapProjection(absent), nullptr) << absent;
 }
@@ -237,6 +234,22 @@ const std::map<int, SOrigin> kOrigins = {
     {D::ePolarStereographic, {1, 2, 0, 3, 4}},
 };
 
+// Methods whose origin maps not onto the false origin but onto a line through
+// it: the GetParameter indices of the false easting and northing, and the
+// grid bearing of the line.  The Hotine variant A centre lies on the initial
+// line, whose bearing is the grid angle (the azimuth, or the XY plane
+// rotation); the Krovak centre on the image of the meridian of origin, the
+// Xp axis, turned by the XY plane rotation.
+struct SOriginLine {
+  int east, north;
+  double (*bearing)(const Values& p);
+};
+const std::map<int, SOriginLine> kOriginLines = {
+    {D::eHotineObliqueMercator, {4, 5, [](const Values& p) { return p[3]; }}},
+    {D::eRectifiedSkewOrthomorphic, {5, 6, [](const Values& p) { return p[4]; }}},
+    {D::eKrovak, {8, 9, [](const Values& p) { return 90 - p[5]; }}},
+};
+
 // A method has an engine when its set's CreateProjection gives one; records
 // of methods whose engine is still missing are listed, not failed.
 TEST_F(BundledCatalogue, RecordsOfMethodsWithAnEngineBuildOneThatKeepsTheOrigin) {
@@ -260,6 +273,15 @@ TEST_F(BundledCatalogue, RecordsOfMethodsWithAnEngineBuildOneThatKeepsTheOrigin)
       engine->Geo2Proj(lon0, lat0, &x, &y);
       EXPECT_NEAR(x, p[o.east], 1e-3);
       EXPECT_NEAR(y, p[o.north], 1e-3);
+    }
+    const auto line = kOriginLines.find(type);
+    if (line != kOriginLines.end()) {
+      // The origin's distance from the line through the false origin.
+      const SOriginLine& l = line->second;
+      const double bearing = l.bearing(p) * 0.017453292519943295;
+      engine->Geo2Proj(lon0, lat0, &x, &y);
+      EXPECT_NEAR((x - p[l.east]) * std::cos(bearing) - (y - p[l.north]) * std::sin(bearing), 0,
+                  1e-3);
     }
     // 0.2 degrees east of the origin and towards the equator, and back.
     const double lon = lon0 + 0.2, lat = lat0 + (lat0 > 0 ? -0.2 : 0.2);
@@ -334,6 +356,13 @@ TEST(BundledCatalogueByName, ResolvesPublishedExamples) {
       {"ETRS89-extended / LAEA Europe", 5, 50, 3962799.4510, 2999718.8532},
       // E 66644.94, N 82536.22 Clarke's links; the system is in links
       {"Trinidad 1903 / Trinidad Grid", -62, 10, 66644.9404, 82536.2187},
+      // E 679245.73 N 596562.78 (variant B, carried as the rectified skew
+      // orthomorphic); echo "5d23'14.1129N 115d48'19.8196E" | cs2cs -f %.4f EPSG:4298 EPSG:29873
+      {"Timbalai 1948 / RSO Borneo (m)", Dms(115, 48, 19.8196), Dms(5, 23, 14.1129), 679245.7282,
+       596562.7775},
+      // southing X 1050538.63, westing Y 568990.99;
+      // echo "50d12'32.442N 16d50'59.179E" | cs2cs -f %.4f EPSG:4156 EPSG:5513
+      {"S-JTSK / Krovak", Dms(16, 50, 59.179), Dms(50, 12, 32.442), 1050538.6308, 568990.9954},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
