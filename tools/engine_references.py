@@ -18,6 +18,11 @@ Each method is evaluated here from its published definition with mpmath at
            reverse by Newton's method on the forward; about a polar origin
            the polar stereographic variant A (9810); variant B (9829) both
            ways, t' inverted by the conformal iteration to 40 digits.
+  hotine   Hotine's oblique Mercator (Guidance Note 7-2, 9812/9815) as
+           published: t, Q, S, T, V, U, v, u; the reverse through t' and
+           the latitude iterated to 40 digits (not the e^8 series).
+  krovak   the Krovak (Guidance Note 7-2, 9819) as published, with asin
+           for T and D; the reverse iterating the latitude to 40 digits.
   rotated  the rotated grid built geometrically: axes z' = -unit(lp, pp),
            x' = unit(lp, pp + 90), y' = z' x x'; the geocentric vector at
            height 0 read along them as geodetic coordinates by iterating the
@@ -196,6 +201,99 @@ class Nzmg:
         theta = findroot(poly, z / mpf('0.7557853228'))
         dphi = sum(mpf(c) * theta.real**(k + 1) for k, c in enumerate(NZ_D))
         return 173 + theta.imag / DEG, -41 + dphi / mpf('0.036')
+
+
+# --- Hotine oblique Mercator ---------------------------------------------
+
+class Hotine:
+    """Variant A; variant B is the same with u measured from the centre."""
+
+    def __init__(self, a, invf, kc, lonc, latc, alphac, gammac, variant_b=False):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e, e2 = self.e, self.e**2
+        pc, ac = mpf(latc) * DEG, mpf(alphac) * DEG
+        self.gc = mpf(gammac) * DEG
+        self.B = sqrt(1 + e2 * cos(pc)**4 / (1 - e2))
+        self.A = self.a * self.B * mpf(kc) * sqrt(1 - e2) / (1 - e2 * sin(pc)**2)
+        t0 = conformal_t(pc, e)
+        D = self.B * sqrt(1 - e2) / (cos(pc) * sqrt(1 - e2 * sin(pc)**2))
+        D2 = max(D**2, 1)
+        sign = 1 if mpf(latc) > 0 else (-1 if mpf(latc) < 0 else 0)
+        F = D + sqrt(D2 - 1) * sign
+        self.H = F * t0**self.B
+        G = (F - 1 / F) / 2
+        self.g0 = mp.asin(sin(ac) / D)
+        arg = G * tan(self.g0)
+        arg = min(max(arg, -1), 1)
+        self.l0 = mpf(lonc) * DEG - mp.asin(arg) / self.B
+        self.uc = (self.A / self.B) * atan2(sqrt(D2 - 1), cos(ac)) * sign if variant_b else 0
+
+    def forward(self, lon, lat):
+        B, A, g0 = self.B, self.A, self.g0
+        t = conformal_t(mpf(lat) * DEG, self.e)
+        Q = self.H / t**B
+        S, T = (Q - 1 / Q) / 2, (Q + 1 / Q) / 2
+        dl = mpf(lon) * DEG - self.l0
+        V = sin(B * dl)
+        U = (-V * cos(g0) + S * sin(g0)) / T
+        v = A * log((1 - U) / (1 + U)) / (2 * B)
+        u = A * atan2(S * cos(g0) + V * sin(g0), cos(B * dl)) / B - self.uc
+        return (v * cos(self.gc) + u * sin(self.gc), u * cos(self.gc) - v * sin(self.gc))
+
+    def inverse(self, x, y):
+        B, A, g0 = self.B, self.A, self.g0
+        v = x * cos(self.gc) - y * sin(self.gc)
+        u = y * cos(self.gc) + x * sin(self.gc) + self.uc
+        Q = exp(-B * v / A)
+        S, T = (Q - 1 / Q) / 2, (Q + 1 / Q) / 2
+        V = sin(B * u / A)
+        U = (V * cos(g0) + S * sin(g0)) / T
+        t = (self.H / sqrt((1 + U) / (1 - U)))**(1 / B)
+        lon = self.l0 - atan2(S * cos(g0) - V * sin(g0), cos(B * u / A)) / B
+        return lon / DEG, latitude_of_t(t, self.e) / DEG
+
+
+# --- Krovak ----------------------------------------------------------------
+
+class Krovak:
+    """The method's southing Xp and westing Yp."""
+
+    def __init__(self, a, invf, kp, latp, lono, latc, alphac):
+        self.a, _, self.e = ellipsoid(a, invf)
+        e, e2 = self.e, self.e**2
+        pc = mpf(latc) * DEG
+        self.pp, self.lo, self.ac = mpf(latp) * DEG, mpf(lono) * DEG, mpf(alphac) * DEG
+        A = self.a * sqrt(1 - e2) / (1 - e2 * sin(pc)**2)
+        self.B = sqrt(1 + e2 * cos(pc)**4 / (1 - e2))
+        g0 = mp.asin(sin(pc) / self.B)
+        self.t0 = (tan(pi / 4 + g0 / 2) * ((1 + e * sin(pc)) / (1 - e * sin(pc)))**(e * self.B / 2)
+                   / tan(pi / 4 + pc / 2)**self.B)
+        self.n = sin(self.pp)
+        self.r0 = mpf(kp) * A / tan(self.pp)
+
+    def forward(self, lon, lat):
+        e, B, n = self.e, self.B, self.n
+        p = mpf(lat) * DEG
+        U = 2 * (atan(self.t0 * tan(p / 2 + pi / 4)**B
+                      / ((1 + e * sin(p)) / (1 - e * sin(p)))**(e * B / 2)) - pi / 4)
+        V = B * (self.lo - mpf(lon) * DEG)
+        T = mp.asin(cos(self.ac) * sin(U) + sin(self.ac) * cos(U) * cos(V))
+        D = mp.asin(cos(U) * sin(V) / cos(T))
+        r = self.r0 * tan(pi / 4 + self.pp / 2)**n / tan(T / 2 + pi / 4)**n
+        return r * cos(n * D), r * sin(n * D)
+
+    def inverse(self, X, Y):
+        e, B, n = self.e, self.B, self.n
+        r = sqrt(X**2 + Y**2)
+        D = atan2(Y, X) / n
+        T = 2 * (atan((self.r0 / r)**(1 / n) * tan(pi / 4 + self.pp / 2)) - pi / 4)
+        U = mp.asin(cos(self.ac) * sin(T) - sin(self.ac) * cos(T) * cos(D))
+        V = mp.asin(cos(T) * sin(D) / cos(U))
+        p = U
+        for _ in range(200):
+            p = 2 * (atan(self.t0**(-1 / B) * tan(U / 2 + pi / 4)**(1 / B)
+                          * ((1 + e * sin(p)) / (1 - e * sin(p)))**(e / 2)) - pi / 4)
+        return (self.lo - V / B) / DEG, p / DEG
 
 
 # --- rotated longitude/latitude ------------------------------------------
@@ -600,6 +698,71 @@ def write_cases(folder):
              '%s, 166 to 179 E, 47.5 to 34 S' % cmd)
     w.both(grid(frange(166, 179, 1), frange(-47.5, -34, 1.5)), nz.forward, nz.inverse,
            2510000, 6023150)
+
+    w = CaseWriter(os.path.join(folder, 'hotine_oblique_mercator.cases'), 'Hotine oblique Mercator')
+    grs80 = 'SPHEROID["GRS 1980",6378137,298.257222101]'
+    alaska = Hotine(6378137, '298.257222101', '0.9999', '-133.6666666666667', 57,
+                    '323.1301023611111', '323.1301023611111')
+    w.system(wkt('Alaska 1 measure', grs80, 'Hotine_Oblique_Mercator_Azimuth_Natural_Origin',
+                 [('False_Easting', 5000000), ('False_Northing', -5000000),
+                  ('Scale_Factor', 0.9999), ('Azimuth', '323.1301023611111'),
+                  ('Longitude_Of_Center', '-133.6666666666667'), ('Latitude_Of_Center', 57)]),
+             None, '%s, Alaska zone 1 on GRS 1980, 146 to 121 W, 45 to 69 N' % cmd)
+    w.both(grid(frange(-146, -121, 5), frange(45, 69, 4)), alaska.forward, alaska.inverse,
+           5000000, -5000000)
+    michigan = Hotine(6378137, '298.257222101', '0.9996', -86, '45.30916666666667', 337.25556,
+                      337.25556)
+    w.system(wkt('Michigan measure', grs80, 'Hotine_Oblique_Mercator_Azimuth_Natural_Origin',
+                 [('False_Easting', 2546731.496), ('False_Northing', -4354009.816),
+                  ('Scale_Factor', 0.9996), ('Azimuth', 337.25556),
+                  ('Longitude_Of_Center', -86), ('Latitude_Of_Center', '45.30916666666667')]),
+             None, '%s, Michigan on GRS 1980, 98 to 74 W, 33 to 57 N' % cmd)
+    w.both(grid(frange(-98, -74, 6), frange(33, 57, 4)), michigan.forward, michigan.inverse,
+           2546731.496, -4354009.816)
+
+    w = CaseWriter(os.path.join(folder, 'oblique_mercator.cases'), 'Oblique Mercator')
+    bessel = 'SPHEROID["Bessel 1841",6377397.155,299.1528128]'
+    swiss = Hotine(6377397.155, '299.1528128', 1, '7.439583333333333', '46.95240555555556', 90,
+                   90, True)
+    w.system(wkt('LV95 measure', bessel, 'Hotine_Oblique_Mercator_Azimuth_Center',
+                 [('False_Easting', 2600000), ('False_Northing', 1200000), ('Scale_Factor', 1),
+                  ('Azimuth', 90), ('Longitude_Of_Center', '7.439583333333333'),
+                  ('Latitude_Of_Center', '46.95240555555556')]),
+             None, '%s, LV95 on Bessel 1841, 0 to 16 E, 40 to 54 N' % cmd)
+    w.both(grid(frange(0, 16, 2), frange(40, 54, 2)), swiss.forward, swiss.inverse,
+           2600000, 1200000)
+    laborde = Hotine(6378388, 297, '0.9995', '46.43722917', '-18.9', '18.9', '18.9', True)
+    w.system(wkt('Laborde measure', 'SPHEROID["International 1924",6378388,297]',
+                 'Hotine_Oblique_Mercator_Azimuth_Center',
+                 [('False_Easting', 400000), ('False_Northing', 800000), ('Scale_Factor', 0.9995),
+                  ('Azimuth', 18.9), ('Longitude_Of_Center', 46.43722917),
+                  ('Latitude_Of_Center', -18.9)]),
+             None, '%s, Madagascar (Laborde approximation), 40 to 54 E, 28 to 10 S' % cmd)
+    w.both(grid(frange(40, 54, 2), frange(-28, -10, 3)), laborde.forward, laborde.inverse,
+           400000, 800000)
+
+    w = CaseWriter(os.path.join(folder, 'rectified_skew_orthomorphic.cases'),
+                   'Rectified skew orthomorphic')
+    rso = Hotine(6378137, '298.257222101', '0.99984', '102.25', 4, '323.0257964666667',
+                 '323.1301023611111')
+    w.system(wkt('Peninsula RSO measure', grs80, 'Rectified_Skew_Orthomorphic_Natural_Origin',
+                 [('False_Easting', 804671), ('False_Northing', 0), ('Scale_Factor', 0.99984),
+                  ('Azimuth', '323.0257964666667'), ('Longitude_Of_Center', 102.25),
+                  ('Latitude_Of_Center', 4), ('XY_Plane_Rotation', '323.1301023611111')]),
+             None, '%s, Peninsula RSO on GRS 1980, 92 to 112 E, 6 S to 14 N' % cmd)
+    w.both(grid(frange(92, 112, 4), frange(-6, 14, 4)), rso.forward, rso.inverse, 804671, 0)
+
+    w = CaseWriter(os.path.join(folder, 'krovak.cases'), 'Krovak')
+    krovak = Krovak(6377397.155, '299.1528128', '0.9999', '78.5', '24.83333333333333', '49.5',
+                    '30.28813975277778')
+    w.system('PROJCS["Krovak measure",GEOGCS["G",DATUM["D",%s],%s],PROJECTION["Krovak"],'
+             'PARAMETER["False_Easting",0],PARAMETER["False_Northing",0],'
+             'PARAMETER["Pseudo_Standard_Parallel_1",78.5],PARAMETER["Scale_Factor",0.9999],'
+             'PARAMETER["Azimuth",30.28813975277778],'
+             'PARAMETER["Longitude_Of_Center",24.83333333333333],'
+             'PARAMETER["Latitude_Of_Center",49.5],UNIT["Meter",1]]' % (bessel, DEGREE), None,
+             '%s, S-JTSK on Bessel 1841, 8 to 28 E, 44 to 56 N, southing and westing' % cmd)
+    w.both(grid(frange(8, 28, 2.5), frange(44, 56, 2)), krovak.forward, krovak.inverse)
 
     w = CaseWriter(os.path.join(folder, 'rotated_longitude_latitude.cases'), 'Rotated grid')
     for spheroid, a, invf in ((WGS84, 6378137, '298.257223563'),
