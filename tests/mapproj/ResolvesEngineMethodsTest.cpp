@@ -11,13 +11,17 @@
 #include "catalogue/KvAlbersEqualAreaProjection.h"
 #include "catalogue/KvCassiniSoldnerProjection.h"
 #include "catalogue/KvEquidistantConicProjection.h"
+#include "catalogue/KvHotineObliqueMercatorProjection.h"
+#include "catalogue/KvKrovakProjection.h"
 #include "catalogue/KvLambert1SPProjection.h"
 #include "catalogue/KvLambert2SPProjection.h"
 #include "catalogue/KvLambertAzimuthalEqualAreaProjection.h"
 #include "catalogue/KvMercator1SPProjection.h"
 #include "catalogue/KvMercator2SPProjection.h"
 #include "catalogue/KvNewZealandMapGridProjection.h"
+#include "catalogue/KvObliqueMercatorProjection.h"
 #include "catalogue/KvPolarStereographicProjection.h"
+#include "catalogue/KvRectifiedSkewOrthomorphicProjection.h"
 #include "catalogue/KvRotatedLongitudeLatitudeProjection.h"
 #include "catalogue/KvStereographicNorthPoleProjection.h"
 #include "catalogue/KvStereographicProjection.h"
@@ -161,6 +165,48 @@ const SCase kCases[] = {
          "PARAMETER[\"Standard_Parallel_1\",20],PARAMETER[\"Standard_Parallel_2\",60],"
          "PARAMETER[\"Latitude_Of_Center\",40],UNIT[\"Meter\",1]]",
      -100, 45, -296528.434, 561938.465, 0.001},
+    // python3: Transformer.from_crs(c.geodetic_crs, c, always_xy=True).transform(-134, 57)
+    //   with c = CRS.from_epsg(26931)  ->  798421.423803 575147.120069
+    {"Hotine variant A, NAD83 / Alaska zone 1 (PROJ: 798421.4238 575147.1201)",
+     "PROJCS[\"NAD83 / Alaska zone 1\"," +
+         Geogcs("NAD83", "GRS 1980", "6378137", "298.257222101") +
+         ",PROJECTION[\"Hotine_Oblique_Mercator\"],PARAMETER[\"latitude_of_center\",57],"
+         "PARAMETER[\"longitude_of_center\",-133.6666666666667],"
+         "PARAMETER[\"azimuth\",323.1301023611111],"
+         "PARAMETER[\"rectified_grid_angle\",323.1301023611111],PARAMETER[\"scale_factor\",0.9999],"
+         "PARAMETER[\"false_easting\",5000000],PARAMETER[\"false_northing\",-5000000],"
+         "UNIT[\"metre\",1]]",
+     -134, 57, 798421.4238, 575147.1201, 0.001},
+    // the same with CRS.from_epsg(2056) at (8, 47)  ->  2642617.528075 1205442.813900
+    {"Hotine variant B, CH1903+ / LV95 (PROJ: 2642617.5281 1205442.8139)",
+     "PROJCS[\"CH1903+_LV95\"," + Geogcs("CH1903+", "Bessel_1841", "6377397.155", "299.1528128") +
+         ",PROJECTION[\"Hotine_Oblique_Mercator_Azimuth_Center\"],"
+         "PARAMETER[\"False_Easting\",2600000.0],PARAMETER[\"False_Northing\",1200000.0],"
+         "PARAMETER[\"Scale_Factor\",1.0],PARAMETER[\"Azimuth\",90.0],"
+         "PARAMETER[\"Longitude_Of_Center\",7.43958333333333],"
+         "PARAMETER[\"Latitude_Of_Center\",46.9524055555556],UNIT[\"Meter\",1.0]]",
+     8, 47, 2642617.5281, 1205442.8139, 0.001},
+    {"Variant B with its own grid angle, Timbalai 1948 / RSO Borneo (GN 7-2: E 679245.73, N "
+     "596562.78)",
+     "PROJCS[\"Timbalai_1948_RSO_Borneo_Meters\"," +
+         Geogcs("Timbalai_1948", "Everest_Definition_1967", "6377298.556", "300.8017") +
+         ",PROJECTION[\"Rectified_Skew_Orthomorphic_Center\"],PARAMETER[\"False_Easting\",590476.87],"
+         "PARAMETER[\"False_Northing\",442857.65],PARAMETER[\"Scale_Factor\",0.99984],"
+         "PARAMETER[\"Azimuth\",53.3158204722222],PARAMETER[\"Longitude_Of_Center\",115.0],"
+         "PARAMETER[\"Latitude_Of_Center\",4.0],PARAMETER[\"XY_Plane_Rotation\",53.1301023611111],"
+         "UNIT[\"Meter\",1.0]]",
+     115 + 48 / 60.0 + 19.8196 / 3600, 5 + 23 / 60.0 + 14.1129 / 3600, 679245.73, 596562.78, 0.01},
+    {"Krovak east-north, S-JTSK (GN 7-2: southing 1050538.63, westing 568990.99)",
+     "PROJCS[\"S-JTSK_Krovak_East_North\"," +
+         Geogcs("S_JTSK", "Bessel_1841", "6377397.155", "299.1528128") +
+         ",PROJECTION[\"Krovak\"],PARAMETER[\"False_Easting\",0.0],"
+         "PARAMETER[\"False_Northing\",0.0],PARAMETER[\"Pseudo_Standard_Parallel_1\",78.5],"
+         "PARAMETER[\"Scale_Factor\",0.9999],PARAMETER[\"Azimuth\",30.2881397527778],"
+         "PARAMETER[\"Longitude_Of_Center\",24.8333333333333],"
+         "PARAMETER[\"Latitude_Of_Center\",49.5],PARAMETER[\"X_Scale\",-1.0],"
+         "PARAMETER[\"Y_Scale\",1.0],PARAMETER[\"XY_Plane_Rotation\",90.0],UNIT[\"Meter\",1.0]]",
+     16 + 50 / 60.0 + 59.179 / 3600, 50 + 12 / 60.0 + 32.442 / 3600, -568990.99, -1050538.63,
+     0.01},
 };
 
 TEST(ResolvesEngineMethods, WktOfEachMethodProjectsThePublishedExamples) {
@@ -228,6 +274,17 @@ TEST(ResolvesEngineMethods, CatalogueRecordsAgreeWithTheirWkt) {
                                                            40000, 10000)),
       kvtest::ScopedRecord(new CKvEquidistantConicProjection("Resolve eqdc", "B", "WE", 20, 60,
                                                              -96, 40, 0, 0)),
+      kvtest::ScopedRecord(new CKvHotineObliqueMercatorProjection(
+          "Resolve Hotine", "B", "RF", 0.9999, -133.6666666666667, 57, 323.1301023611111, 5e6, -5e6)),
+      kvtest::ScopedRecord(new CKvObliqueMercatorProjection(
+          "Resolve oblique", "B", "BR", 1, 7.439583333333333, 46.95240555555556, 90, 2600000,
+          1200000)),
+      kvtest::ScopedRecord(new CKvRectifiedSkewOrthomorphicProjection(
+          "Resolve skew", "B", "RF", 0.99984, 102.25, 4, 323.0257964666667, 323.1301023611111,
+          804671, 0)),
+      kvtest::ScopedRecord(new CKvKrovakProjection("Resolve Krovak", "B", "BR", 0.9999, 78.5,
+                                                   24.83333333333333, 49.5, 30.28813975277778, 90,
+                                                   -1, 1, 0, 0)),
   };
   for (const kvtest::ScopedRecord& record : records) {
     const std::string name = record.get()->GetName();

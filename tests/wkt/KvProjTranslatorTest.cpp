@@ -2,6 +2,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -15,6 +16,7 @@
 #include "catalogue/KvCassiniSoldnerProjection.h"
 #include "catalogue/KvEllipsoid.h"
 #include "catalogue/KvEquidistantConicProjection.h"
+#include "engines/KvHotineConstants.h"
 #include "catalogue/KvLambert1SPProjection.h"
 #include "catalogue/KvLambert2SPProjection.h"
 #include "catalogue/KvLambertAzimuthalEqualAreaProjection.h"
@@ -77,8 +79,6 @@ std::string Proj4(const std::string& system, double* towgs84 = nullptr, int coun
 // Methods without an engine yet, straight from the parsed WKT; those with one
 // are checked through Convert2Proj4 in StringsMeanWhatTheLibraryComputes.
 TEST(KvProjTranslator, WritesTheKeysOfEachMethodInOrder) {
-  const std::string kBorneo =
-      "fe=590476.87 fn=442857.65 k=0.99984 az=53.31582047222222 lonc=115 latc=4";
   const struct {
     const char* method;
     std::string parameters;
@@ -92,22 +92,10 @@ TEST(KvProjTranslator, WritesTheKeysOfEachMethodInOrder) {
        "+proj=sterea +lat_0=46 +lon_0=25 +k=0.9999 +x_0=0 +y_0=0 "},
       {"Stereographic", "fe=0 fn=0 lon0=25 k=0.9999 lat0=46",
        "+proj=stere +lat_0=46 +lon_0=25 +k=0.9999 +x_0=0 +y_0=0 "},
-      {"Hotine_Oblique_Mercator_Azimuth_Natural_Origin", kBorneo,
-       "+proj=omerc +lat_0=4 +lon_0=115 +alpha=53.31582047222222 +k=0.99984 +x_0=590476.87 "
-       "+y_0=442857.65 "},
-      {"Rectified_Skew_Orthomorphic_Natural_Origin",
-       kBorneo + " XY_Plane_Rotation=53.13010236111111",
-       "+proj=omerc +lat_0=4 +lon_0=115 +alpha=53.31582047222222 +gamma=53.13010236111111 "
-       "+k=0.99984 +x_0=590476.87 +y_0=442857.65 "},
       {"Stereographic_North_Pole", "fe=0 fn=0 cm=-45 sp1=70",
        "+proj=stere +lat_0=90 +lat_ts=70 +lon_0=-45 +x_0=0 +y_0=0 "},
       {"Stereographic_South_Pole", "fe=0 fn=0 cm=140 sp1=-71",
        "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=140 +x_0=0 +y_0=0 "},
-      {"Krovak",
-       "fe=0 fn=0 Pseudo_Standard_Parallel_1=78.5 k=0.9999 az=30.28813972222222 "
-       "lonc=24.83333333333333 latc=49.5",
-       "+proj=krovak +lat_0=49.5 +lon_0=24.83333333333333 +alpha=30.28813972222222 +k=0.9999 "
-       "+x_0=0 +y_0=0 "},
       // The pole follows the sign of the latitude of origin; zero is north.
       {"Polar_Stereographic", kSouthPolar,
        "+proj=stere +lat_0=-90 +lat_ts=-71 +lon_0=0 +k=1 +x_0=0 +y_0=0 "},
@@ -327,6 +315,86 @@ TEST(KvProjTranslator, StringsMeanWhatTheLibraryComputes) {
     EXPECT_NEAR(east, row.east, 1e-3);
     EXPECT_NEAR(north, row.north, 1e-3);
   }
+}
+
+// The oblique Mercator texts name the centre's longitude +lon_0, which PROJ's
+// omerc does not read: it takes the centre from +lonc, 0 when absent, and
+// without +no_uoff it is variant B.  So each text means to PROJ 9.1.1 the
+// variant B projection about a centre on the meridian 0 (with +gamma, when
+// written, for the grid angle), and puts points of the system's own area
+// 565 km (LV95) to 15000 km (Peninsula RSO) away from the library (values from
+//   echo "LON LAT" | proj -f %.4f <text without "no_defs <>">).
+// Krovak's text has no axes and PROJ reads it in the east-north form: it
+// agrees with the east-north systems, and swaps and negates the southing and
+// westing of the others.
+TEST(KvProjTranslator, ObliqueMercatorAndKrovakTextsAsProjReadsThem) {
+  kvtest::EnsureCatalogue();
+  struct Row {
+    std::string system;
+    double lon, lat;
+    std::string proj4;
+    double projX, projY;  // what proj makes of the text
+    double k, latC, azimuth, gridAngle, fe, fn, a, invF;
+  };
+  const std::string esriEastNorth =
+      "PROJCS[\"S-JTSK_Krovak_East_North\",GEOGCS[\"GCS_S_JTSK\",DATUM[\"D_S_JTSK\","
+      "SPHEROID[\"Bessel_1841\",6377397.155,299.1528128]],PRIMEM[\"Greenwich\",0.0],"
+      "UNIT[\"Degree\",0.0174532925199433]],PROJECTION[\"Krovak\"],PARAMETER[\"False_Easting\",0.0],"
+      "PARAMETER[\"False_Northing\",0.0],PARAMETER[\"Pseudo_Standard_Parallel_1\",78.5],"
+      "PARAMETER[\"Scale_Factor\",0.9999],PARAMETER[\"Azimuth\",30.28813975277778],"
+      "PARAMETER[\"Longitude_Of_Center\",24.83333333333333],PARAMETER[\"Latitude_Of_Center\",49.5],"
+      "PARAMETER[\"X_Scale\",-1.0],PARAMETER[\"Y_Scale\",1.0],PARAMETER[\"XY_Plane_Rotation\",90.0],"
+      "UNIT[\"Meter\",1.0]]";
+  const Row omerc[] = {
+      {"NAD83 / Alaska zone 1", -134, 57,
+       "+proj=omerc +lat_0=57.00000000000001 +lon_0=-133.6666666666667 +alpha=323.1301023611111 "
+       "+k=0.9999 +x_0=5000000 +y_0=-5000000 +a=6378137 +b=6356752.314140356 "
+       "+units=m " + kNoDefs,
+       1776508.9203, 921211.6154, 0.9999, 57, 323.1301023611111, 323.1301023611111, 5e6, -5e6,
+       6378137, 298.257222101},
+      {"CH1903+ / LV95", 8, 47,
+       "+proj=omerc +lat_0=46.95240555555556 +lon_0=7.439583333333335 +alpha=90.00000000000001 "
+       "+k=1 +x_0=2600000 +y_0=1200000 +a=6377397.155 +b=6356078.962818188 "
+       "+towgs84=674.374,15.056,405.346,0,0,0,0 +units=m " + kNoDefs,
+       3207323.3671, 1236278.7919, 1, 46.95240555555556, 90, 90, 2600000, 1200000, 6377397.155,
+       299.1528128},
+      {"GDM2000 / Peninsula RSO", 102, 4,
+       "+proj=omerc +lat_0=4.000000000000001 +lon_0=102.25 +alpha=323.0257964666667 "
+       "+gamma=323.1301023611111 +k=0.99984 +x_0=804671 +y_0=0 +a=6378137 +b=6356752.314140356 "
+       "+units=m " + kNoDefs,
+       14276095.8877, -5403185.1796, 0.99984, 4, 323.0257964666667, 323.1301023611111, 804671, 0,
+       6378137, 298.257222101},
+  };
+  for (const Row& row : omerc) {
+    SCOPED_TRACE(row.system);
+    ASSERT_EQ(Proj4(row.system), row.proj4);
+    const CKvEllipsoid ellipsoid("", "", row.a, row.invF);
+    const CKvHotineConstants asProjReadsIt(row.a, ellipsoid.GetEccentricity(), row.k, 0, row.latC,
+                                           row.azimuth, row.gridAngle, row.fe, row.fn,
+                                           CKvHotineConstants::eProjectionCentre);
+    double x = 0, y = 0;
+    asProjReadsIt.Forward(row.lon, row.lat, &x, &y);
+    EXPECT_NEAR(x, row.projX, 1e-3);
+    EXPECT_NEAR(y, row.projY, 1e-3);
+    CKvMapProjection(row.system).Geo2Proj(row.lon, row.lat, &x, &y);
+    EXPECT_GT(std::hypot(x - row.projX, y - row.projY), 5e5);
+  }
+
+  // proj reads both Krovak texts in the east-north form: -568990.9954 -1050538.6308.
+  const std::string krovakText =
+      "+proj=krovak +lat_0=49.50000000000001 +lon_0=24.83333333333334 +alpha=30.28813975277779 "
+      "+k=0.9999 +x_0=0 +y_0=0 +a=6377397.155 +b=6356078.962818188 ";
+  const double lon = 16.849771944444445, lat = 50.20901166666667;
+  ASSERT_EQ(Proj4(esriEastNorth), krovakText + "+units=m " + kNoDefs);
+  ASSERT_EQ(Proj4("S-JTSK / Krovak"),
+            krovakText + "+towgs84=589,76,480,0,0,0,0 +units=m " + kNoDefs);
+  double x = 0, y = 0;
+  CKvMapProjection(esriEastNorth).Geo2Proj(lon, lat, &x, &y);
+  EXPECT_NEAR(x, -568990.9954, 1e-3);
+  EXPECT_NEAR(y, -1050538.6308, 1e-3);
+  CKvMapProjection("S-JTSK / Krovak").Geo2Proj(lon, lat, &x, &y);
+  EXPECT_NEAR(-y, -568990.9954, 1e-3);
+  EXPECT_NEAR(-x, -1050538.6308, 1e-3);
 }
 
 }  // namespace
