@@ -55,6 +55,13 @@ inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
 
+// An angle in degrees reduced to [-180, 180], exactly; the common case of
+// one already there costs no library call.
+inline double ReduceDegrees(double degrees) {
+  if (degrees >= -180.0 && degrees <= 180.0) return degrees;
+  return std::remainder(degrees, 360.0);
+}
+
 // tan(pi/4 - phi/2) of a latitude in degrees, formed from the angle in
 // degrees: 45 - lat/2 on the northern half, where the difference is exact
 // near the pole, and the reciprocal of tan(45 + lat/2) on the southern half

@@ -91,7 +91,7 @@ void CKvHotineConstants::Forward(double lon, double lat, double* x, double* y) c
   Ratios(m_dLnF + m_dB * (KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE) - m_dPsiC), &sOverT,
          &oneOverT);
   const double dLambda =
-      std::remainder(lon - m_dLonC, 360.0) * KvConst::kDegToRad - m_dLambda0FromCentre;
+      KvAux::ReduceDegrees(lon - m_dLonC) * KvConst::kDegToRad - m_dLambda0FromCentre;
   const double V = std::sin(m_dB * dLambda);
   const double cosBdLambda = std::cos(m_dB * dLambda);
   const double U = sOverT * m_dSinGamma0 - V * oneOverT * m_dCosGamma0;
@@ -124,5 +124,5 @@ void CKvHotineConstants::Inverse(double x, double y, double* lon, double* lat) c
       m_dLambda0FromCentre - std::atan2(sOverT * m_dCosGamma0 - VP * oneOverT * m_dSinGamma0,
                                         cosBuA * oneOverT) /
                                  m_dB;
-  *lon = m_dLonC + std::remainder(dLambda * KvConst::kRadToDeg, 360.0);
+  *lon = m_dLonC + KvAux::ReduceDegrees(dLambda * KvConst::kRadToDeg);
 }

@@ -100,7 +100,7 @@ void CKvKrovak::_Forward(double lon, double lat, double* Xp, double* Yp) const {
   // sin phi))^(e/2))^B.
   double sinU, cosU;
   SinCosOfIsometric(m_dLnT0 + m_dB * KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE), &sinU, &cosU);
-  const double V = m_dB * std::remainder(m_dLonO - lon, 360.0) * KvConst::kDegToRad;
+  const double V = m_dB * KvAux::ReduceDegrees(m_dLonO - lon) * KvConst::kDegToRad;
   const double sinV = std::sin(V), cosV = std::cos(V);
   // T and D on the sphere turned about the cone's axis.
   const double sinT = m_dCosAlphaC * sinU + m_dSinAlphaC * cosU * cosV;
@@ -140,7 +140,7 @@ void CKvKrovak::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double VP = std::atan2(cosT * sinD, m_dCosAlphaC * cosT * cosD + m_dSinAlphaC * sinT);
   const double psi = (std::atanh(sinU) - m_dLnT0) / m_dB;
   *lat = KvAux::LatitudeFromIsometric(psi, m_adChi) * KvConst::kRadToDeg;
-  *lon = m_dLonO + std::remainder(-VP / m_dB * KvConst::kRadToDeg, 360.0);
+  *lon = m_dLonO + KvAux::ReduceDegrees(-VP / m_dB * KvConst::kRadToDeg);
 }
 
 void CKvKrovak::GetOrigin(double* lon, double* lat) {

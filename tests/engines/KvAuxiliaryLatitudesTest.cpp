@@ -100,6 +100,13 @@ TEST(AuxiliaryLatitudes, IsometricLatitudeIsMinusTheLogarithmOfT) {
   EXPECT_EQ(KvAux::IsometricLatitude(s, co, kE), std::numeric_limits<double>::infinity());
 }
 
+TEST(AuxiliaryLatitudes, ReducesDegreesToPlusMinus180Exactly) {
+  const double cases[][2] = {{0, 0},       {180, 180},      {-180, -180},  {190, -170},
+                             {-190, 170},  {540.5, 180.5 - 360}, {-725, -5}, {3600.25, 0.25}};
+  for (const auto& c : cases) EXPECT_EQ(KvAux::ReduceDegrees(c[0]), c[1]) << c[0];
+  EXPECT_TRUE(std::isnan(KvAux::ReduceDegrees(NAN)));
+}
+
 TEST(AuxiliaryLatitudes, LatitudeFromIsometricInvertsItToTheSeries) {
   // The e^8 series of the conformal methods leaves at most 1.1e-10 degrees.
   double c[4];
