@@ -36,8 +36,9 @@ CKvHotineConstants::CKvHotineConstants(double a, double e, double kc, double cen
   const double e2 = e * e;
   double sinPhiC, cosPhiC;
   KvAux::SinCosDeg(centerLatitude, &sinPhiC, &cosPhiC);
-  if (!(cosPhiC > 0.0)) {
-    // A centre at a pole (or not a number) has no initial line.
+  if (!(cosPhiC > 0.0) || !(kc != 0.0)) {
+    // A centre at a pole (or not a number) has no initial line, a zero scale
+    // no map.
     m_dB = m_dAOverB = m_dBOverA = m_dUc = m_dFE = m_dFN = KvConst::kNaN;
     return;
   }

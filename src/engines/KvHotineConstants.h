@@ -37,8 +37,8 @@
 //   uc = 0 (natural origin and centre coincide); with an azimuth of 90
 //   degrees as well the initial line is the equator and the projection is
 //   the normal Mercator with scale kc, turned by the grid angle;
-// - a centre at a pole has no initial line: every constant is NaN and so
-//   is every result.
+// - a centre at a pole has no initial line, and a zero scale no map: every
+//   constant is NaN and so is every result.
 // Longitude differences from the centre are reduced to +-180 degrees in
 // both directions, so longitudes come back within 180 degrees of it.
 class KVCART_API CKvHotineConstants {

@@ -123,7 +123,7 @@ void CKvKrovak::Geo2Proj(double lon, double lat, double* x, double* y) {
 // EPSG Guidance Note 7-2, Krovak reverse, from the Gauss sphere in closed
 // form.
 void CKvKrovak::Proj2Geo(double x, double y, double* lon, double* lat) {
-  if (m_dXScale == 0.0 || m_dYScale == 0.0 || m_dN == 0.0 || !(m_dB > 0.0)) {
+  if (m_dXScale == 0.0 || m_dYScale == 0.0 || m_dN == 0.0 || m_dR0 == 0.0 || !(m_dB > 0.0)) {
     *lon = *lat = KvConst::kNaN;
     return;
   }

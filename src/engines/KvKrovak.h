@@ -40,9 +40,10 @@
 // Domain: every point but the antipode of the cone's axis on the Gauss
 // sphere, which lies at infinity; the axis itself, the cone's apex, maps to
 // Xp = Yp = 0.  Longitudes are reduced to +-180 degrees about the longitude
-// of origin.  A
-// pseudo standard parallel on the equator (no cone), a zero X or Y scale or
-// no ellipsoid give NaN.
+// of origin.  A pseudo standard parallel on the equator (no cone) or no
+// ellipsoid give NaN both ways; a zero scale on the pseudo parallel or a zero
+// X or Y scale give NaN from the reverse, while the forward gives the map
+// shrunk to a point or flattened, as the formulas do.
 // GetOrigin is the projection centre.  The convergence is that of the grid
 // whatever its output axes: the angle from true north to the grid's north,
 // the direction of -Xp, measured numerically over one arc-minute of

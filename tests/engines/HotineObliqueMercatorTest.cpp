@@ -99,12 +99,16 @@ TEST(HotineObliqueMercator, CentreOnTheEquatorWithAMeridianForInitialLine) {
   }
 }
 
-TEST(HotineObliqueMercator, CentreAtAPoleOrNoEllipsoidGivesNaN) {
+TEST(HotineObliqueMercator, CentreAtAPoleZeroScaleOrNoEllipsoidGivesNaN) {
   CKvHotineObliqueMercator pole("Pole", 1, 0, 90, 30, 0, 0, kGrs80);
+  CKvObliqueMercator southPole("South pole", 1, 0, -90, 30, 0, 0, kGrs80);
+  CKvRectifiedSkewOrthomorphic noScale("No scale", 0, 10, 50, 30, 31, 0, 0, kGrs80);
   CKvHotineObliqueMercatorProjection unknown("No ellipsoid", "", "??", 1, 10, 50, 30, 0, 0);
   std::unique_ptr<CKvProjection> noEllipsoid(unknown.CreateProjection());
   ASSERT_NE(noEllipsoid, nullptr);
-  for (CKvProjection* engine : {static_cast<CKvProjection*>(&pole), noEllipsoid.get()}) {
+  for (CKvProjection* engine : {static_cast<CKvProjection*>(&pole),
+                                static_cast<CKvProjection*>(&southPole),
+                                static_cast<CKvProjection*>(&noScale), noEllipsoid.get()}) {
     double x = 0, y = 0, lon = 0, lat = 0;
     engine->Geo2Proj(10, 50, &x, &y);
     engine->Proj2Geo(1000, 1000, &lon, &lat);
