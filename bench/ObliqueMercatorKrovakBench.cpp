@@ -26,8 +26,8 @@ struct SHotine {  // NAD83 / Alaska zone 1
 };
 struct SOblique {  // CH1903+ / LV95
   static CKvObliqueMercator Make() {
-    return CKvObliqueMercator("Oblique bench", 1, 7.439583333333333, 46.95240555555556, 90,
-                              2600000, 1200000, kBessel);
+    return CKvObliqueMercator("Oblique bench", 1, 7.439583333333333, 46.95240555555556, 90, 2600000,
+                              1200000, kBessel);
   }
   static constexpr double lon0 = 5.9, lat0 = 45.8, lon1 = 10.5, lat1 = 47.8;
 };
@@ -40,8 +40,8 @@ struct SSkew {  // GDM2000 / Peninsula RSO
 };
 struct SKrovak {  // S-JTSK / Krovak
   static CKvKrovak Make() {
-    return CKvKrovak("Krovak bench", 0.9999, 78.5, 24.83333333333333, 49.5, 30.28813975277778, 0,
-                     1, 1, 0, 0, kBessel);
+    return CKvKrovak("Krovak bench", 0.9999, 78.5, 24.83333333333333, 49.5, 30.28813975277778, 0, 1,
+                     1, 0, 0, kBessel);
   }
   static constexpr double lon0 = 12.1, lat0 = 47.7, lon1 = 22.6, lat1 = 51.1;
 };

@@ -20,7 +20,7 @@ Each method is evaluated here from its published definition with mpmath at
            ways, t' inverted by the conformal iteration to 40 digits.
   hotine   Hotine's oblique Mercator (Guidance Note 7-2, 9812/9815) as
            published: t, Q, S, T, V, U, v, u; the reverse through t' and
-           the latitude iterated to 40 digits (not the e^8 series).
+           the latitude iterated to 40 digits.
   krovak   the Krovak (Guidance Note 7-2, 9819) as published, with asin
            for T and D; the reverse iterating the latitude to 40 digits.
   rotated  the rotated grid built geometrically: axes z' = -unit(lp, pp),

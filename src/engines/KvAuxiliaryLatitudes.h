@@ -55,13 +55,6 @@ inline void SinCosDeg(double degrees, double* sinOut, double* cosOut) {
   *cosOut += 0.0;  // -0 to +0, so that 1 / cos 90 is +infinity on both sides
 }
 
-// An angle in degrees reduced to [-180, 180], exactly; the common case of
-// one already there costs no library call.
-inline double ReduceDegrees(double degrees) {
-  if (degrees >= -180.0 && degrees <= 180.0) return degrees;
-  return std::remainder(degrees, 360.0);
-}
-
 // tan(pi/4 - phi/2) of a latitude in degrees, formed from the angle in
 // degrees: 45 - lat/2 on the northern half, where the difference is exact
 // near the pole, and the reciprocal of tan(45 + lat/2) on the southern half
@@ -212,20 +205,6 @@ inline double LatitudeFromAuthalic(double sinBeta, double cosBeta, double qP, do
     phi += (qP * sinBeta - AuthalicQ(sinPhi, e)) * w * w / (2.0 * (1.0 - e2) * cosPhi);
   }
   return phi;
-}
-
-// The geodetic latitude of isometric latitude psi: the conformal latitude
-// chi = atan(sinh psi), then Guidance Note 7-2's series phi = chi + c1 sin
-// 2chi + c2 sin 4chi + c3 sin 6chi + c4 sin 8chi, with the four c of
-// CKvMapProjData::ComputeFourierCoefficients (terms to e^8; within 1.1e-10
-// degrees on the terrestrial ellipsoids).  sin 2chi and cos 2chi come from
-// sinh psi without another trigonometric call; psi = +-infinity is the pole.
-inline double LatitudeFromIsometric(double psi, const double* c) {
-  const double s = std::sinh(psi);  // tan chi
-  const double chi = std::atan(s);
-  if (!(std::fabs(s) < 1e150)) return chi;  // the poles, where sin 2chi = 0; or NaN
-  const double d = 1.0 / (1.0 + s * s);
-  return chi + ClenshawSin(c, 4, 2.0 * s * d, (1.0 - s * s) * d);
 }
 
 // The same sum at the complex argument u + iv, from sin 2u, cos 2u,

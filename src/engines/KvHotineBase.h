@@ -62,7 +62,7 @@ class KVCART_API CKvHotineBase : public CKvEngine<Engine, Set> {
   double m_dAlphaC = 0.0;   // azimuth of the initial line, radians
   double m_dGammaC = 0.0;   // from the rectified to the skew grid, radians
   double m_dK0 = 0.0;
-  double m_dFalseEasting = 0.0;   // where the engine's method puts it
+  double m_dFalseEasting = 0.0;  // where the engine's method puts it
   double m_dFalseNorthing = 0.0;
   CKvHotineConstants m_Hotine;
 };

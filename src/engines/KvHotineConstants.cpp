@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "catalogue/KvMapProjData.h"
 #include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvConstants.h"
 
@@ -75,8 +74,7 @@ CKvHotineConstants::CKvHotineConstants(double a, double e, double kc, double cen
     m_dFE -= m_dUc * m_dSinGammaC;
     m_dFN -= m_dUc * m_dCosGammaC;
   }
-  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eHotineObliqueMercator, false, e2,
-                                             m_adChi);
+  m_Phi = KvAux::CKvConformalLatitude(1.0 - std::sqrt(1.0 - e2));  // the flattening
 }
 
 // EPSG Guidance Note 7-2, Hotine oblique Mercator (variant A), forward:
@@ -92,7 +90,7 @@ void CKvHotineConstants::Forward(double lon, double lat, double* x, double* y) c
   Ratios(m_dLnF + m_dB * (KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE) - m_dPsiC), &sOverT,
          &oneOverT);
   const double dLambda =
-      KvAux::ReduceDegrees(lon - m_dLonC) * KvConst::kDegToRad - m_dLambda0FromCentre;
+      KvAux::ReducedLongitude((lon - m_dLonC) * KvConst::kDegToRad) - m_dLambda0FromCentre;
   const double V = std::sin(m_dB * dLambda);
   const double cosBdLambda = std::cos(m_dB * dLambda);
   const double U = sOverT * m_dSinGamma0 - V * oneOverT * m_dCosGamma0;
@@ -120,10 +118,11 @@ void CKvHotineConstants::Inverse(double x, double y, double* lon, double* lat) c
   const double UP = VP * oneOverT * m_dCosGamma0 + sOverT * m_dSinGamma0;
   // t' = (H / sqrt((1 + U') / (1 - U')))^(1 / B), as an isometric latitude.
   const double psi = m_dPsiC + (std::atanh(UP) - m_dLnF) / m_dB;
-  *lat = KvAux::LatitudeFromIsometric(psi, m_adChi) * KvConst::kRadToDeg;
+  double sinChi, cosChi;
+  KvAux::SinCosOfIsometric(psi, &sinChi, &cosChi);
+  *lat = m_Phi.Geodetic(sinChi, cosChi) * KvConst::kRadToDeg;
   const double dLambda =
-      m_dLambda0FromCentre - std::atan2(sOverT * m_dCosGamma0 - VP * oneOverT * m_dSinGamma0,
-                                        cosBuA * oneOverT) /
-                                 m_dB;
-  *lon = m_dLonC + KvAux::ReduceDegrees(dLambda * KvConst::kRadToDeg);
+      m_dLambda0FromCentre -
+      std::atan2(sOverT * m_dCosGamma0 - VP * oneOverT * m_dSinGamma0, cosBuA * oneOverT) / m_dB;
+  *lon = m_dLonC + KvAux::ReducedLongitude(dLambda) * KvConst::kRadToDeg;
 }

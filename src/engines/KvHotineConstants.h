@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvCartExport.h"
 
 // The constants and the arithmetic of Hotine's oblique Mercator, written
@@ -19,8 +20,9 @@
 //   cos^2 alphac), which is exactly +-1 at an azimuth of 90 degrees.
 // - Q = H / t^B is exp(ln F + B (psi - psic)) with psi the isometric
 //   latitude, and the reverse's t' becomes psi' = psic + (atanh U' - ln
-//   F) / B; the latitude then comes from the conformal latitude by the
-//   Guidance Note's series (terms to e^8).
+//   F) / B; the latitude then comes from the conformal latitude chi = gd
+//   psi' by Karney's series in n (exact in double precision), where the
+//   Guidance Note's series stops at e^8.
 // Variant B (false origin at the projection centre, Ec and Nc) is variant
 // A with its false origin moved back along the initial line to the natural
 // origin: FE = Ec - uc sin(gammac), FN = Nc - uc cos(gammac).  The two
@@ -78,12 +80,12 @@ class KVCART_API CKvHotineConstants {
   double m_dPsiC = 0.0;  // isometric latitude of the centre, -ln t0
   double m_dSinGamma0 = 0.0;
   double m_dCosGamma0 = 0.0;
-  double m_dLonC = 0.0;                 // centre longitude, degrees
-  double m_dLambda0FromCentre = 0.0;    // lambda0 - lambdac, radians
+  double m_dLonC = 0.0;               // centre longitude, degrees
+  double m_dLambda0FromCentre = 0.0;  // lambda0 - lambdac, radians
   double m_dUc = 0.0;
   double m_dSinGammaC = 0.0;
   double m_dCosGammaC = 0.0;
   double m_dFE = 0.0;  // false origin at the natural origin
   double m_dFN = 0.0;
-  double m_adChi[4] = {};  // conformal to geodetic latitude series
+  KvAux::CKvConformalLatitude m_Phi;  // conformal to geodetic latitude
 };

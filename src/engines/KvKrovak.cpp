@@ -3,26 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "catalogue/KvMapProjData.h"
 #include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvConstants.h"
 
 namespace {
-
-// sin and cos of the latitude whose isometric latitude on the sphere is
-// psi: tanh psi and 1 / cosh psi, from one exponential; +-infinity is a
-// pole.
-void SinCosOfIsometric(double psi, double* sinOut, double* cosOut) {
-  const double E = std::exp(psi);
-  if (std::isinf(E) || E == 0.0) {
-    *sinOut = psi > 0.0 ? 1.0 : -1.0;
-    *cosOut = 0.0;
-    return;
-  }
-  const double Ei = 1.0 / E;
-  *cosOut = 2.0 / (E + Ei);
-  *sinOut = 0.5 * (E - Ei) * *cosOut;
-}
 
 // Half an arc-minute of latitude, the step each way of the numerical
 // convergence.
@@ -41,8 +25,8 @@ CKvKrovak::CKvKrovak(const std::string& name, double scaleAtPseudoParallel, doub
                      double xyPlaneRotation, double xScale, double yScale, double falseEasting,
                      double falseNorthing, const CKvEllipsoid& ellipsoid)
     : CKvKrovak(name, scaleAtPseudoParallel, pseudoParallel, centerLongitude, centerLatitude,
-                azimuth, xyPlaneRotation, xScale, yScale, falseEasting, falseNorthing,
-                &ellipsoid) {}
+                azimuth, xyPlaneRotation, xScale, yScale, falseEasting, falseNorthing, &ellipsoid) {
+}
 
 // EPSG Guidance Note 7-2, Krovak: A, B, gamma0, t0, n and r0.
 CKvKrovak::CKvKrovak(const std::string& name, double scaleAtPseudoParallel, double pseudoParallel,
@@ -83,9 +67,7 @@ CKvKrovak::CKvKrovak(const std::string& name, double scaleAtPseudoParallel, doub
   KvAux::SinCosDeg(azimuth, &m_dSinAlphaC, &m_dCosAlphaC);
   KvAux::SinCosDeg(xyPlaneRotation, &m_dSinOmega, &m_dCosOmega);
   m_dLonO = centerLongitude;
-  // The series of the conformal methods: the table lists none under
-  // Krovak's own type, whose reverse formula iterates instead.
-  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eMercator1SP, false, e2, m_adChi);
+  m_Phi = KvAux::CKvConformalLatitude(m_dInvF > 0.0 ? 1.0 / m_dInvF : 0.0);
 }
 
 // EPSG Guidance Note 7-2, Krovak forward, to Xp and Yp.
@@ -99,8 +81,9 @@ void CKvKrovak::_Forward(double lon, double lat, double* Xp, double* Yp) const {
   // U on the Gauss sphere, tan(U/2 + pi/4) = t0 (tan(phi/2 + pi/4) ((1 - e sin phi) / (1 + e
   // sin phi))^(e/2))^B.
   double sinU, cosU;
-  SinCosOfIsometric(m_dLnT0 + m_dB * KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE), &sinU, &cosU);
-  const double V = m_dB * KvAux::ReduceDegrees(m_dLonO - lon) * KvConst::kDegToRad;
+  KvAux::SinCosOfIsometric(m_dLnT0 + m_dB * KvAux::IsometricLatitude(sinPhi, cosPhi, m_dE), &sinU,
+                           &cosU);
+  const double V = m_dB * KvAux::ReducedLongitude((m_dLonO - lon) * KvConst::kDegToRad);
   const double sinV = std::sin(V), cosV = std::cos(V);
   // T and D on the sphere turned about the cone's axis.
   const double sinT = m_dCosAlphaC * sinU + m_dSinAlphaC * cosU * cosV;
@@ -134,13 +117,15 @@ void CKvKrovak::Proj2Geo(double x, double y, double* lon, double* lat) {
   const double DP = std::atan2(Yp, Xp) / m_dN;
   // T' from r' = r0 tan^n(pi/4 + phiP/2) / tan^n(T'/2 + pi/4).
   double sinT, cosT;
-  SinCosOfIsometric(-std::log(rP / m_dR0) / m_dN, &sinT, &cosT);
+  KvAux::SinCosOfIsometric(-std::log(rP / m_dR0) / m_dN, &sinT, &cosT);
   const double sinD = std::sin(DP), cosD = std::cos(DP);
   const double sinU = m_dCosAlphaC * sinT - m_dSinAlphaC * cosT * cosD;
   const double VP = std::atan2(cosT * sinD, m_dCosAlphaC * cosT * cosD + m_dSinAlphaC * sinT);
   const double psi = (std::atanh(sinU) - m_dLnT0) / m_dB;
-  *lat = KvAux::LatitudeFromIsometric(psi, m_adChi) * KvConst::kRadToDeg;
-  *lon = m_dLonO + KvAux::ReduceDegrees(-VP / m_dB * KvConst::kRadToDeg);
+  double sinChi, cosChi;
+  KvAux::SinCosOfIsometric(psi, &sinChi, &cosChi);
+  *lat = m_Phi.Geodetic(sinChi, cosChi) * KvConst::kRadToDeg;
+  *lon = m_dLonO + KvAux::ReducedLongitude(-VP / m_dB) * KvConst::kRadToDeg;
 }
 
 void CKvKrovak::GetOrigin(double* lon, double* lat) {

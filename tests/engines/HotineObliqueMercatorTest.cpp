@@ -86,9 +86,9 @@ TEST(HotineObliqueMercator, CentreAtAPoleZeroScaleOrNoEllipsoidGivesNaN) {
   CKvHotineObliqueMercatorProjection unknown("No ellipsoid", "", "??", 1, 10, 50, 30, 0, 0);
   std::unique_ptr<CKvProjection> noEllipsoid(unknown.CreateProjection());
   ASSERT_NE(noEllipsoid, nullptr);
-  for (CKvProjection* engine : {static_cast<CKvProjection*>(&pole),
-                                static_cast<CKvProjection*>(&southPole),
-                                static_cast<CKvProjection*>(&noScale), noEllipsoid.get()}) {
+  for (CKvProjection* engine :
+       {static_cast<CKvProjection*>(&pole), static_cast<CKvProjection*>(&southPole),
+        static_cast<CKvProjection*>(&noScale), noEllipsoid.get()}) {
     double x = 0, y = 0, lon = 0, lat = 0;
     engine->Geo2Proj(10, 50, &x, &y);
     engine->Proj2Geo(1000, 1000, &lon, &lat);
@@ -102,8 +102,8 @@ TEST(HotineObliqueMercator, GeographicPolesMapToFinitePoints) {
   //   echo "0 90\n0 -90" | proj -f %.6f +proj=omerc +no_uoff +lat_0=57 +lonc=-133.6666666666667
   //     +alpha=323.1301023611111 +gamma=323.1301023611111 +k=0.9999 +x_0=5000000
   //     +y_0=-5000000 +ellps=GRS80
-  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.6666666666667, 57, 323.1301023611111,
-                                  5e6, -5e6, kGrs80);
+  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.6666666666667, 57, 323.1301023611111, 5e6,
+                                  -5e6, kGrs80);
   const double cases[][4] = {{0, 90, 715546.221237, 4325907.992708},
                              {0, -90, 9284453.778763, -14325907.992708}};
   for (const auto& c : cases) {
@@ -117,8 +117,8 @@ TEST(HotineObliqueMercator, GeographicPolesMapToFinitePoints) {
 }
 
 TEST(HotineObliqueMercator, ReducesLongitudesAboutTheCentre) {
-  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.6666666666667, 57, 323.1301023611111,
-                                  5e6, -5e6, kGrs80);
+  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.6666666666667, 57, 323.1301023611111, 5e6,
+                                  -5e6, kGrs80);
   double x1, y1, x2, y2, lon, lat;
   alaska.Geo2Proj(-134, 57, &x1, &y1);
   alaska.Geo2Proj(226, 57, &x2, &y2);
@@ -139,8 +139,8 @@ TEST(HotineObliqueMercator, ConvergenceOriginAndArea) {
   // (PROJ's own Swiss formulas); 3375 at (102, 4): -0.12200761522113442.  Ours is
   // the bearing of the chord of one arc-minute of meridian north of the point,
   // which turns by up to some 3e-5 degrees over it.
-  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.66666666666666, 57, 323.1301023611111,
-                                  5e6, -5e6, kGrs80);
+  CKvHotineObliqueMercator alaska("Alaska", 0.9999, -133.66666666666666, 57, 323.1301023611111, 5e6,
+                                  -5e6, kGrs80);
   CKvObliqueMercator lv95("LV95", 1, kSwissLon, kSwissLat, 90, 2600000, 1200000, kBessel);
   CKvRectifiedSkewOrthomorphic rso("Peninsula RSO", 0.99984, 102.25, 4, 323.0257964666667,
                                    323.1301023611111, 804671, 0, kGrs80);

@@ -37,10 +37,8 @@ TEST(Krovak, ScalesAndRotationOrientTheSouthingAndWesting) {
     double x, y;
   } cases[] = {
       {-1, 1, 90, 0, 0, -W, -S},  // the east-north form, EPSG method 1041
-      {1, 1, 180, 0, 0, -S, -W},
-      {1, -1, 0, 0, 0, S, -W},
-      {1, 1, 90, 0, 0, -W, S},
-      {-1, 1, 90, 1000, -2000, -W + 1000, -S - 2000},
+      {1, 1, 180, 0, 0, -S, -W}, {1, -1, 0, 0, 0, S, -W},
+      {1, 1, 90, 0, 0, -W, S},   {-1, 1, 90, 1000, -2000, -W + 1000, -S - 2000},
   };
   for (const auto& c : cases) {
     CKvKrovak engine = SJtsk(c.sx, c.sy, c.rotation, c.fe, c.fn);
@@ -98,16 +96,15 @@ TEST(Krovak, DegenerateDefinitionsGiveNaN) {
   // an unknown ellipsoid.
   CKvKrovak noCone("No cone", 0.9999, 0, 24.8, 49.5, 30.3, 0, 1, 1, 0, 0, kBessel);
   CKvKrovak flat = SJtsk(0, 1, 0);
-  CKvKrovakProjection unknown("No ellipsoid", "", "??", 0.9999, 78.5, 24.8, 49.5, 30.3, 0, 1, 1,
-                              0, 0);
+  CKvKrovakProjection unknown("No ellipsoid", "", "??", 0.9999, 78.5, 24.8, 49.5, 30.3, 0, 1, 1, 0,
+                              0);
   std::unique_ptr<CKvProjection> noEllipsoid(unknown.CreateProjection());
   ASSERT_NE(noEllipsoid, nullptr);
   double x, y, lon, lat;
   noCone.Geo2Proj(kLon, kLat, &x, &y);
   EXPECT_TRUE(std::isnan(x) && std::isnan(y));
-  for (CKvProjection* engine :
-       {static_cast<CKvProjection*>(&noCone), static_cast<CKvProjection*>(&flat),
-        noEllipsoid.get()}) {
+  for (CKvProjection* engine : {static_cast<CKvProjection*>(&noCone),
+                                static_cast<CKvProjection*>(&flat), noEllipsoid.get()}) {
     engine->Proj2Geo(1e6, 5e5, &lon, &lat);
     EXPECT_TRUE(std::isnan(lon) && std::isnan(lat)) << engine->GetName();
   }

@@ -4,7 +4,6 @@
 #include <complex>
 #include <limits>
 
-#include "catalogue/KvMapProjData.h"
 #include "engines/KvAuxiliaryLatitudes.h"
 #include "platform/KvConstants.h"
 
@@ -98,32 +97,6 @@ TEST(AuxiliaryLatitudes, IsometricLatitudeIsMinusTheLogarithmOfT) {
   EXPECT_NEAR(-std::log(KvAux::ConformalT(60, kE)), psi, 1e-15);
   SinCosOf(90, &s, &co);
   EXPECT_EQ(KvAux::IsometricLatitude(s, co, kE), std::numeric_limits<double>::infinity());
-}
-
-TEST(AuxiliaryLatitudes, ReducesDegreesToPlusMinus180Exactly) {
-  const double cases[][2] = {{0, 0},       {180, 180},      {-180, -180},  {190, -170},
-                             {-190, 170},  {540.5, 180.5 - 360}, {-725, -5}, {3600.25, 0.25}};
-  for (const auto& c : cases) EXPECT_EQ(KvAux::ReduceDegrees(c[0]), c[1]) << c[0];
-  EXPECT_TRUE(std::isnan(KvAux::ReduceDegrees(NAN)));
-}
-
-TEST(AuxiliaryLatitudes, LatitudeFromIsometricInvertsItToTheSeries) {
-  // The e^8 series of the conformal methods leaves at most 1.1e-10 degrees.
-  double c[4];
-  CKvMapProjData::ComputeFourierCoefficients(CKvMapProjData::eMercator1SP, false, kE2, c);
-  for (double d : {-89.9, -60.0, -1e-9, 0.0, 17.5, 45.0, 80.0, 89.999999}) {
-    double s, co;
-    SinCosOf(d, &s, &co);
-    const double psi = KvAux::IsometricLatitude(s, co, kE);
-    EXPECT_NEAR(KvAux::LatitudeFromIsometric(psi, c) * KvConst::kRadToDeg, d, 1.1e-10) << d;
-  }
-  EXPECT_NEAR(KvAux::LatitudeFromIsometric(1.31115066178427172812812807952, c) *
-                  KvConst::kRadToDeg,
-              60, 1e-10);  // [M], as above
-  const double inf = std::numeric_limits<double>::infinity();
-  EXPECT_EQ(KvAux::LatitudeFromIsometric(inf, c), KvConst::kHalfPi);
-  EXPECT_EQ(KvAux::LatitudeFromIsometric(-inf, c), -KvConst::kHalfPi);
-  EXPECT_TRUE(std::isnan(KvAux::LatitudeFromIsometric(NAN, c)));
 }
 
 TEST(AuxiliaryLatitudes, AuthalicQMatchesSnyderAndTheSphere) {
