@@ -9,16 +9,25 @@ the values PROJ's inverse gives for those eastings and northings:
 
   /usr/bin/python3 tools/proj_area_cases.py [--grid N] CODE... > FILE.cases
 
+A CODE written CODE:esri or CODE:gdal names the system by the WKT text that
+PROJ writes for it in that dialect instead of by its catalogue record; the
+cases are then in the text's own unit and axis order, as a caller of the
+text gets them.
+
 The transformation is pyproj's
   Transformer.from_crs(crs.geodetic_crs, crs, always_xy=True)
 (Debian's pyproj 3.4.1 on PROJ 9.1.1), so outputs are easting first whatever
 the system's axis order, and they are written in metres whatever the
-system's unit, as the catalogue's engines give them.  Points on a
-pole are written as forward cases only (their longitude is arbitrary), and
-the grid keeps off the area's edges so that no longitude lies on +-180.
+system's unit, as the catalogue's engines give them.  Longitudes are
+degrees east of Greenwich, as the library takes them whatever the system's
+prime meridian; PROJ is handed them in the geodetic system's own unit and
+from its own prime meridian.  Points on a pole are written as forward cases
+only (their longitude is arbitrary), and the grid keeps off the area's
+edges so that no longitude lies on +-180.
 """
 
 import glob
+import math
 import os
 import re
 import sys
@@ -34,7 +43,8 @@ def catalogue_names():
     names = {}
     for path in sorted(glob.glob(os.path.join(ROOT, 'data', '*.tsf'))):
         text = open(path, encoding='latin-1').read()
-        for body in re.findall(r'\[\w+_PROJECTION\](.*?)EndSect', text, re.S):
+        # every record's section (Krovak's name does not end in _PROJECTION)
+        for body in re.findall(r'\[(?!MAP_PROJECTION_DEFINITION\])\w+\](.*?)EndSect', text, re.S):
             name = re.search(r"Projection_Name = '([^']*)'", body)
             code = re.search(r'EPSG_Code = (\d+)', body)
             if name and code:
@@ -62,14 +72,26 @@ def points(bounds, count):
     return grid, pole
 
 
-def write(code, name, count, out):
+def wrapped(text, width=100):
+    """A long system text as lines that end in a backslash."""
+    return '\\\n'.join(text[i:i + width] for i in range(0, len(text), width))
+
+
+def write(code, name, count, out, dialect=None):
     crs = CRS.from_epsg(code)
     area = crs.area_of_use
-    to = Transformer.from_crs(crs.geodetic_crs, crs, always_xy=True)
+    geodetic = crs.geodetic_crs
+    to = Transformer.from_crs(geodetic, crs, always_xy=True)
     grid, pole = points(area.bounds, count)
-    # the engines work in metres; PROJ in the system's unit
-    unit = crs.axis_info[0].unit_conversion_factor
+    # the engines work in metres; PROJ in the system's unit (a text brings it)
+    unit = crs.axis_info[0].unit_conversion_factor if dialect is None else 1
+    # degrees per unit of the geodetic system, and its prime meridian in degrees
+    angle = math.degrees(geodetic.axis_info[0].unit_conversion_factor)
+    pm = math.degrees(geodetic.prime_meridian.longitude *
+                      geodetic.prime_meridian.unit_conversion_factor)
     out.write('\n# EPSG:%d, %s; area of use %s\n' % (code, crs.name, area.name))
+    if dialect:
+        name = wrapped(crs.to_wkt('WKT1_ESRI' if dialect == 'esri' else 'WKT1_GDAL'))
     out.write('system %s\n' % name)
     out.write('tolerance 0.1 mm\ntolerance 1e-9 deg\n')
     out.write('source pyproj %s (PROJ %s), Transformer.from_crs(geodetic, EPSG:%d, '
@@ -77,8 +99,9 @@ def write(code, name, count, out):
               % (pyproj.__version__, pyproj.proj_version_str, code,
                  '' if unit == 1 else ' in metres (times %.16g)' % unit, len(grid),
                  area.west, area.east, area.south, area.north))
-    back = Transformer.from_crs(crs, crs.geodetic_crs, always_xy=True)
-    metres = lambda lon, lat: tuple(v * unit for v in to.transform(lon, lat))
+    back = Transformer.from_crs(crs, geodetic, always_xy=True)
+    metres = lambda lon, lat: tuple(v * unit for v in to.transform((lon - pm) / angle,
+                                                                   lat / angle))
     projected = ['%.6f %.6f' % metres(lon, lat) for lon, lat in grid]
     if pole:
         out.write('forward %s %s %.6f %.6f\n' % (pole + metres(*pole)))
@@ -87,7 +110,7 @@ def write(code, name, count, out):
     out.write('source the same transformer reversed on the eastings and northings above\n')
     for xy in projected:
         lon, lat = back.transform(*(float(v) / unit for v in xy.split()))
-        out.write('inverse %s %.12f %.12f\n' % (xy, lon, lat))
+        out.write('inverse %s %.12f %.12f\n' % (xy, lon * angle + pm, lat * angle))
 
 
 def main(argv):
@@ -102,10 +125,14 @@ def main(argv):
     out.write('# Bundled catalogue systems over their EPSG areas of use, against PROJ.\n'
               '# Written by: /usr/bin/python3 tools/proj_area_cases.py %s\n'
               % ' '.join(([] if count == 4 else ['--grid', str(count)]) + argv))
-    for code in (int(c) for c in argv):
-        if code not in names:
+    for arg in argv:
+        code, _, dialect = arg.partition(':')
+        code = int(code)
+        if dialect not in ('', 'esri', 'gdal'):
+            sys.exit('no WKT dialect %s' % dialect)
+        if not dialect and code not in names:
             sys.exit('no bundled record with EPSG code %d' % code)
-        write(code, names[code], count, out)
+        write(code, names.get(code), count, out, dialect or None)
 
 
 if __name__ == '__main__':
