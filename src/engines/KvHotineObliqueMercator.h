@@ -23,7 +23,7 @@
 // the centre): forward within 3 nanometres, reverse within 1e-13 degrees.
 // Over the areas of use of Alaska zone 1, Michigan and Oregon Coast it
 // agrees with PROJ 9.1.1 within 1 micrometre and 1e-10 degrees
-// (tests/data/engines/hotine_oblique_mercator.cases).
+// (tests/data/engines/oblique_mercator_krovak_area.cases).
 // Domain: the whole ellipsoid but the two points 90 degrees from the initial
 // line on the aposphere, which lie at infinity; the geographic poles map to
 // finite points.  Longitudes are reduced to +-180 degrees about the centre.

@@ -37,7 +37,7 @@
 // the reverse's latitude iterated (S-JTSK, 8 to 28 E, 44 to 56 N): forward
 // within 13 nanometres, reverse within 1e-13 degrees.  Over Czechia and
 // Slovakia it agrees with PROJ 9.1.1 within 2 micrometres and 1e-10 degrees
-// (tests/data/engines/krovak.cases).
+// (tests/data/engines/oblique_mercator_krovak_area.cases).
 // Domain: every point but the antipode of the cone's axis on the Gauss
 // sphere, which lies at infinity; the axis itself, the cone's apex, maps to
 // Xp = Yp = 0.  Longitudes are reduced to +-180 degrees about the longitude

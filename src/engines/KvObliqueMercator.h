@@ -22,10 +22,10 @@
 // approximation, 40 to 54 E, 28 to 10 S): forward within 3 nanometres,
 // reverse within 1e-13 degrees.  Over the areas of use of the bundled
 // variant B grids it agrees with PROJ 9.1.1 within 1 micrometre and 1e-10
-// degrees (tests/data/engines/oblique_mercator.cases).  PROJ computes the
-// Swiss and Hungarian grids with its own oblique cylindrical formulas, from
-// which Hotine's with an azimuth of 90 degrees differ by less than
-// 10 nanometres over those countries: the same projection.
+// degrees (tests/data/engines/oblique_mercator_krovak_area.cases).  PROJ
+// computes the Swiss and Hungarian grids with its own oblique cylindrical
+// formulas, from which Hotine's with an azimuth of 90 degrees differ by less
+// than 10 nanometres over those countries: the same projection.
 // Domain, longitudes and the engine without an ellipsoid: as
 // CKvHotineObliqueMercator.  GetOrigin is the centre, which maps to the
 // false origin.

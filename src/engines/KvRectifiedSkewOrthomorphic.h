@@ -20,7 +20,7 @@
 // within 1 nanometre, reverse within 1e-13 degrees.  Over the areas of use
 // of the Malaysian, Bruneian and Bornean grids it agrees with PROJ 9.1.1
 // within 1 micrometre and 1e-10 degrees
-// (tests/data/engines/rectified_skew_orthomorphic.cases).
+// (tests/data/engines/oblique_mercator_krovak_area.cases).
 // Variant B texts (the false origin at the centre) with a grid angle of
 // their own are read as this method: the reader moves their false origin
 // from the centre to the natural origin, Ec - uc sin(gammac) and
