@@ -4,10 +4,9 @@
 
 #include "catalogue/KvMapProjData.h"
 #include "catalogue/KvParameterTable.h"
-#include "platform/KvCartExport.h"
 
 // The one list of the twenty parameter sets, by projection type.
-class KVCART_API CKvParameterSetFactory {
+class CKvParameterSetFactory {
  public:
   // A new set of `type` with `values` in its field order (null gives zeros;
   // the geographical set takes its prime meridian as values[0]); null for a

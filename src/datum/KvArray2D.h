@@ -7,6 +7,8 @@
 #include "platform/KvAssert.h"
 #include "platform/KvCartExport.h"
 
+inline namespace KvCartPlatform {
+
 // Two-dimensional array over CKvArrayBase<T>.  The first dimension J counts
 // columns, the second K rows; each has its own first index.  J varies
 // fastest: element (j, k) sits at (k - FirstK()) * SizeJ() + (j - FirstJ()),
@@ -98,3 +100,5 @@ class KVCART_API CKvArray2D : public CKvArrayBase<T> {
   int m_nFirstK = 0;
   int m_nSizeK = 0;
 };
+
+}  // namespace KvCartPlatform

@@ -6,6 +6,8 @@
 #include "datum/KvArrayType.h"
 #include "platform/KvCartExport.h"
 
+inline namespace KvCartPlatform {
+
 // Heap buffer of T with its element count, shared by the dimensioned arrays.
 //
 // Contract:
@@ -64,3 +66,5 @@ class KVCART_API CKvArrayBase : public CKvArrayType {
   T* m_pData = nullptr;
   int m_nSize = 0;
 };
+
+}  // namespace KvCartPlatform

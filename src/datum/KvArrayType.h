@@ -2,6 +2,8 @@
 
 #include "platform/KvCartExport.h"
 
+inline namespace KvCartPlatform {
+
 // Root of the array family: lets code hold and delete any array through one
 // pointer and ask how many dimensions it has.
 class KVCART_API CKvArrayType {
@@ -14,3 +16,5 @@ class KVCART_API CKvArrayType {
   // Number of index dimensions of the concrete array.
   virtual int Dim() const = 0;
 };
+
+}  // namespace KvCartPlatform

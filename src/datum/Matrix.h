@@ -5,6 +5,8 @@
 #include "datum/KvArray2D.h"
 #include "platform/KvCartExport.h"
 
+inline namespace KvCartPlatform {
+
 // Small dense matrix of doubles for rotations: 3-by-3 rotation matrices and
 // 3-element column vectors, multiplied together.  Kept to what the rotated
 // longitude/latitude engine needs.
@@ -61,3 +63,5 @@ class KVCART_API CMatrix {
 
   CKvArray2D<double> m_Array;
 };
+
+}  // namespace KvCartPlatform

@@ -18,7 +18,8 @@ void ModuleName(const char* file, char* out, size_t size) {
 
 }  // namespace
 
-void KvAssertFail(const char* condition, const char* file, int line, const char* function) {
+void KvCartPlatform::KvAssertFail(const char* condition, const char* file, int line,
+                                  const char* function) {
   char module[128];
   ModuleName(file, module, sizeof module);
   std::fprintf(stderr, "%s:%d: %s: Assertion `%s' failed.\n", module, line, function, condition);

@@ -10,5 +10,9 @@
   ((cond) ? static_cast<void>(0)                                            \
           : ::KvAssertFail(#cond, __FILE__, __LINE__, __PRETTY_FUNCTION__))
 
+inline namespace KvCartPlatform {
+
 [[noreturn]] KVCART_API void KvAssertFail(const char* condition, const char* file,
                                           int line, const char* function);
+
+}  // namespace KvCartPlatform

@@ -5,6 +5,8 @@
 
 #include "platform/KvCartExport.h"
 
+inline namespace KvCartPlatform {
+
 // A byte string with the search, slicing and tokenising operations the WKT
 // reader and the parameter-file code are written against.
 //
@@ -121,3 +123,5 @@ class KVCART_API CString {
  private:
   std::string m_text;
 };
+
+}  // namespace KvCartPlatform

@@ -1,7 +1,8 @@
 #pragma once
 
 // The parameter-file library: reads and writes sectioned parameter files
-// (".tsf"), the format of the library's catalogues.
+// (".tsf"), the format of the library's catalogues.  Internal to libKvCart:
+// none of these functions is exported and this header is not installed.
 //
 //   // a comment runs from two slashes to the end of the line
 //   [ELLIPSOID_DEFINITION]                 // a top-level section is a target
@@ -31,8 +32,6 @@
 
 #include <cstddef>
 #include <string>
-
-#include "platform/KvCartExport.h"
 
 enum ETsfStatus : int {
   TSF_OK = 0,
@@ -67,10 +66,10 @@ constexpr int kTsfMaxDepth = 64;
 // cleared first, so that a later tsfPeekErrorGlb() reports only this load.
 // Returns null (and sets the global error) when the file is missing, too
 // large, too deep or has a syntax error.
-KVCART_API void* tsfLoadFile(const char* path, int resetError);
+void* tsfLoadFile(const char* path, int resetError);
 
 // Loads from memory; `name` stands for the path in messages.
-KVCART_API void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError);
+void* tsfLoadBuffer(const char* data, std::size_t size, const char* name, int resetError);
 
 // Load as much of a damaged file as can be trusted.  A line that breaks the
 // format is skipped and the section it was read in is marked damaged;
@@ -78,16 +77,16 @@ KVCART_API void* tsfLoadBuffer(const char* data, std::size_t size, const char* n
 // problem is recorded in the global error as tsfLoadFile would record it,
 // and the file is still returned.  Null only when nothing can be read
 // (missing, not a regular file, too large).
-KVCART_API void* tsfLoadFileRecover(const char* path, int resetError);
-KVCART_API void* tsfLoadBufferRecover(const char* data, std::size_t size, const char* name,
+void* tsfLoadFileRecover(const char* path, int resetError);
+void* tsfLoadBufferRecover(const char* data, std::size_t size, const char* name,
                                       int resetError);
 // 1 when a recovering load marked this section, or a section inside it, as
 // damaged (for a file: any of its sections), else 0.
-KVCART_API int tsfIsDamaged(void* handle);
+int tsfIsDamaged(void* handle);
 
 // Creates an empty file object to be filled with tsfAddTarget and friends and
 // written with tsfWrite.  Nothing touches the disk before tsfWrite.
-KVCART_API void* tsfCreate(const char* path);
+void* tsfCreate(const char* path);
 
 // Writes the whole file to `path` (null or empty: the path it was loaded from
 // or created for).  The target is replaced atomically: the text goes to a
@@ -97,26 +96,26 @@ KVCART_API void* tsfCreate(const char* path);
 // file untouched.  When the path is a symbolic link, the file it names is
 // replaced and the link stays.  Temporary files left by writers whose
 // process no longer runs are removed first.
-KVCART_API int tsfWrite(void* file, const char* path);
+int tsfWrite(void* file, const char* path);
 
 // Replaces `path` with `size` bytes of `data` exactly as tsfWrite does.
-KVCART_API int tsfWriteBuffer(const char* path, const char* data, std::size_t size);
+int tsfWriteBuffer(const char* path, const char* data, std::size_t size);
 
 // Frees the file and sets *file to null.  Returns the file's status: that of
 // its last write, else TSF_OK.
-KVCART_API int tsfClose(void** file);
+int tsfClose(void** file);
 
 // --- errors ----------------------------------------------------------------
 
-KVCART_API int tsfGetErrorGlb();
-KVCART_API int tsfPeekErrorGlb();
+int tsfGetErrorGlb();
+int tsfPeekErrorGlb();
 // The message of the latest error recorded in this thread ("" when none since
 // the last reset); it outlives tsfGetErrorGlb() so it can be read afterwards.
 // Messages longer than 4351 bytes are cut.
-KVCART_API const char* tsfGetErrorMessageGlb();
+const char* tsfGetErrorMessageGlb();
 // Records an error found by a caller (a file that loads but holds values it
 // cannot use); returns `status`.
-KVCART_API int tsfSetErrorGlb(int status, const char* message);
+int tsfSetErrorGlb(int status, const char* message);
 
 // --- folders ---------------------------------------------------------------
 
@@ -127,69 +126,69 @@ KVCART_API int tsfSetErrorGlb(int status, const char* message);
 // Returns the lock, or -1 with the global error set (folder missing or not
 // writable, or still locked when the time is up).  The lock ends with
 // tsfUnlock or when the process does.
-KVCART_API int tsfLock(const char* path, int timeoutMs);
-KVCART_API int tsfUnlock(int lock);
+int tsfLock(const char* path, int timeoutMs);
+int tsfUnlock(int lock);
 // Copies the file `path` names (through a symbolic link) to
 // "<file>.<why>-<UTC time>" beside it, never replacing another file, flushes
 // the copy to disk and gives its path.  `why` is a name such as "damaged".
 // The file itself is left as it is.
-KVCART_API int tsfCopyAside(const char* path, const char* why, std::string& asidePath);
+int tsfCopyAside(const char* path, const char* why, std::string& asidePath);
 
 // --- navigation ------------------------------------------------------------
 
 // Targets are the top-level sections of a file.
-KVCART_API void* tsfTargetByNameNum(void* file, const char* name, int occurrence);
-KVCART_API void* tsfTargetByNum(void* file, int number);
-KVCART_API int tsfGetNoTargets(void* file);
+void* tsfTargetByNameNum(void* file, const char* name, int occurrence);
+void* tsfTargetByNum(void* file, int number);
+int tsfGetNoTargets(void* file);
 
 // `parent` is a target or section (or the file, standing for its targets).
-KVCART_API void* tsfSectionByNameNum(void* parent, const char* name, int occurrence);
-KVCART_API void* tsfSectionByNum(void* parent, int number);
-KVCART_API int tsfGetNoSections(void* parent);
+void* tsfSectionByNameNum(void* parent, const char* name, int occurrence);
+void* tsfSectionByNum(void* parent, int number);
+int tsfGetNoSections(void* parent);
 // How many sections with this section's name its parent holds.
-KVCART_API int tsfGetNoInstances(void* section);
+int tsfGetNoInstances(void* section);
 
 // The name of a target, section or keyword; the path of a file.
-KVCART_API const char* tsfGetName(void* handle);
+const char* tsfGetName(void* handle);
 // The file a target, section, keyword or parameter belongs to (the file
 // itself for a file); null for a null handle.
-KVCART_API void* tsfGetFile(void* handle);
+void* tsfGetFile(void* handle);
 // The line a target, section, keyword or parameter was read from (0 when it
 // was created in memory).
-KVCART_API int tsfGetLine(void* handle);
+int tsfGetLine(void* handle);
 // The line of the EndSect that closed a target or section (0 when it was
 // created in memory or never closed).  A section read from a file spans the
 // lines tsfGetLine to tsfGetEndLine, both included.
-KVCART_API int tsfGetEndLine(void* section);
+int tsfGetEndLine(void* section);
 // The section with everything inside it, in tsfWrite's layout and indented
 // for its depth: two sections that read alike give the same text whatever
 // their comments, spacing and line ends.
-KVCART_API int tsfFormatSection(void* section, std::string& text);
+int tsfFormatSection(void* section, std::string& text);
 
-KVCART_API void* tsfKeywordByNameNum(void* section, const char* name, int occurrence);
-KVCART_API void* tsfKeywordByNum(void* section, int number);
-KVCART_API int tsfGetNoKeywords(void* section);
+void* tsfKeywordByNameNum(void* section, const char* name, int occurrence);
+void* tsfKeywordByNum(void* section, int number);
+int tsfGetNoKeywords(void* section);
 
-KVCART_API int tsfGetNoParams(void* keyword);
-KVCART_API void* tsfParamByNum(void* keyword, int number);
+int tsfGetNoParams(void* keyword);
+void* tsfParamByNum(void* keyword, int number);
 
 // --- reading parameters ----------------------------------------------------
 
-KVCART_API int tsfGetParamType(void* param);
+int tsfGetParamType(void* param);
 // The text of a quoted text or bare word; for a number, its literal as
 // written.  Never null: a bad handle gives "".
-KVCART_API const char* tsfGetText(void* param);
+const char* tsfGetText(void* param);
 // An integer parameter within the range of int; anything else returns 0 and
 // sets TSF_ERR_TYPE.
-KVCART_API int tsfGetInt(void* param);
+int tsfGetInt(void* param);
 // A floating or integer parameter; anything else returns 0 and sets TSF_ERR_TYPE.
-KVCART_API double tsfGetDouble(void* param);
+double tsfGetDouble(void* param);
 
 // Parameter `number` of the first keyword `keyword` of `section`, in one call.
 // On failure the output is left untouched and the status is returned.
-KVCART_API int tsfGetParam(void* section, const char* keyword, std::string& text, int number = 1);
-KVCART_API int tsfGetParam(void* section, const char* keyword, double& value, int number = 1);
-KVCART_API int tsfGetParam(void* section, const char* keyword, int& value, int number = 1);
+int tsfGetParam(void* section, const char* keyword, std::string& text, int number = 1);
+int tsfGetParam(void* section, const char* keyword, double& value, int number = 1);
+int tsfGetParam(void* section, const char* keyword, int& value, int number = 1);
 
 // --- building --------------------------------------------------------------
 //
@@ -199,22 +198,22 @@ KVCART_API int tsfGetParam(void* section, const char* keyword, int& value, int n
 // other calls add to the innermost open section.  Any handle of the file
 // (the file itself, a target, a section) may be passed.
 
-KVCART_API void* tsfAddTarget(void* file, const char* name);
-KVCART_API void* tsfAddSection(void* handle, const char* name);
-KVCART_API int tsfEndSection(void* handle);
+void* tsfAddTarget(void* file, const char* name);
+void* tsfAddSection(void* handle, const char* name);
+int tsfEndSection(void* handle);
 
 // Adds the line `keyword = value`.
-KVCART_API int tsfPutParam(void* handle, const char* keyword, const char* text);
-KVCART_API int tsfPutParam(void* handle, const char* keyword, const std::string& text);
-KVCART_API int tsfPutParam(void* handle, const char* keyword, int value);
-KVCART_API int tsfPutParam(void* handle, const char* keyword, double value);
+int tsfPutParam(void* handle, const char* keyword, const char* text);
+int tsfPutParam(void* handle, const char* keyword, const std::string& text);
+int tsfPutParam(void* handle, const char* keyword, int value);
+int tsfPutParam(void* handle, const char* keyword, double value);
 
 // Adds a keyword line with no parameters, to be filled with tsfAddParam (for
 // lines with several values such as `Central_Meridian_dms = 9, 30, 0.5`).
-KVCART_API void* tsfAddKeyword(void* handle, const char* keyword);
-KVCART_API int tsfAddParam(void* keyword, const char* text);
-KVCART_API int tsfAddParam(void* keyword, const std::string& text);
-KVCART_API int tsfAddParam(void* keyword, int value);
-KVCART_API int tsfAddParam(void* keyword, double value);
+void* tsfAddKeyword(void* handle, const char* keyword);
+int tsfAddParam(void* keyword, const char* text);
+int tsfAddParam(void* keyword, const std::string& text);
+int tsfAddParam(void* keyword, int value);
+int tsfAddParam(void* keyword, double value);
 // Adds a bare word (letters, digits and '_' only).
-KVCART_API int tsfAddWord(void* keyword, const char* word);
+int tsfAddWord(void* keyword, const char* word);
