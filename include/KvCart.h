@@ -64,6 +64,21 @@
  * exit on the standard error.
  */
 
+/* The version of this header.  KVCART_VERSION is 10000 x major + 100 x
+ * minor + patch (200 for 0.2.0); S_GETVERSION gives the same number for the
+ * library actually loaded, so a caller can check that the two agree.  Within
+ * 0.x a minor release may change the interface. */
+#define KVCART_VERSION_MAJOR 0
+#define KVCART_VERSION_MINOR 2
+#define KVCART_VERSION_PATCH 0
+#define KVCART_VERSION \
+  (KVCART_VERSION_MAJOR * 10000 + KVCART_VERSION_MINOR * 100 + KVCART_VERSION_PATCH)
+#define KVCART_VERSION_TEXT_(n) #n
+#define KVCART_VERSION_TEXT(n) KVCART_VERSION_TEXT_(n)
+#define KVCART_VERSION_STRING                                                    \
+  KVCART_VERSION_TEXT(KVCART_VERSION_MAJOR) "." KVCART_VERSION_TEXT(KVCART_VERSION_MINOR) \
+  "." KVCART_VERSION_TEXT(KVCART_VERSION_PATCH)
+
 #if defined(KVCART_BUILDING)
 #define KVCART_C_API __attribute__((visibility("default")))
 #else
@@ -98,6 +113,12 @@ KVCART_C_API void CARTGETLASTERROR(char* buffer, int size, int* status);
  * 0 when the files hold them (or there was nothing to save), -1 when a save
  * failed (CARTGETLASTERROR says why). */
 KVCART_C_API int CARTSAVEUSERFILES(void);
+/* ---- version ---------------------------------------------------------- */
+
+/* The loaded library's version as KVCART_VERSION counts it. */
+KVCART_C_API int S_GETVERSION(void);
+/* The loaded library's version as text ("0.2.0"), by the text rule above. */
+KVCART_C_API void S_GETVERSIONSTRING(char* buffer, int size, int* status);
 
 /* ---- map-projection handles ------------------------------------------ */
 

@@ -2,31 +2,37 @@
 //
 //   kvcart-ellipsoids [DATA_FOLDER]
 //
-// Reads DATA_FOLDER/ellipsoid.tsf (default: the installed data folder) and
-// prints each ellipsoid with its derived minor axis and eccentricity.
+// Reads DATA_FOLDER/ellipsoid.tsf (default: the bundled data folder, found
+// as kvcart finds it) and prints each ellipsoid with its derived minor axis
+// and eccentricity.
+
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
+#include "KvCartPaths.h"
 #include "catalogue/KvEllipsoidList.h"
-#include "platform/tsf.h"
-
-#ifndef KVCART_INSTALLED_DATA_DIR
-#define KVCART_INSTALLED_DATA_DIR "/usr/local/share/KvCart/"
-#endif
 
 int main(int argc, char** argv) {
   if (argc > 2 || (argc == 2 && (std::string(argv[1]) == "-h" || std::string(argv[1]) == "--help"))) {
     std::fprintf(stderr, "usage: %s [DATA_FOLDER]\n", argv[0]);
     return 2;
   }
-  std::string folder = argc == 2 ? argv[1] : KVCART_INSTALLED_DATA_DIR;
-  if (!folder.empty() && folder.back() != '/') folder += '/';
+  std::vector<std::string> searched;
+  const std::string folder = kvcart::FindDataFolder(argc == 2 ? argv[1] : "", &searched);
+  if (folder.empty()) {
+    std::fprintf(stderr, "kvcart-ellipsoids: cannot find ellipsoid.tsf; looked in:\n");
+    for (const std::string& f : searched) std::fprintf(stderr, "  %s\n", f.c_str());
+    return 1;
+  }
   const std::string path = folder + "ellipsoid.tsf";
 
   CKvEllipsoidList list;
-  if (list.ReadEllipsoids(path, false) != TSF_OK) {
-    std::fprintf(stderr, "kvcart-ellipsoids: %s\n", tsfGetErrorMessageGlb());
+  const int status = list.ReadEllipsoids(path, false);
+  if (status != 0) {
+    std::fprintf(stderr, "kvcart-ellipsoids: %s is not a readable parameter file (status %d)\n",
+                 path.c_str(), status);
     return 1;
   }
   list.GenerateCompleteList();

@@ -1,14 +1,20 @@
 #include "KvCartPaths.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 
-#ifndef KVCART_BUILD_DATA_DIR
-#define KVCART_BUILD_DATA_DIR ""
+#include "KvCart.h"
+
+// Where the bundled catalogue lies relative to the programs' folder and to the
+// library's folder, as installed (and, for the programs, in the build tree).
+#ifndef KVCART_DATADIR_FROM_BINDIR
+#define KVCART_DATADIR_FROM_BINDIR "../share/KvCart/"
 #endif
-#ifndef KVCART_INSTALLED_DATA_DIR
-#define KVCART_INSTALLED_DATA_DIR ""
+#ifndef KVCART_DATADIR_FROM_LIBDIR
+#define KVCART_DATADIR_FROM_LIBDIR "../share/KvCart/"
 #endif
 
 namespace kvcart {
@@ -28,15 +34,34 @@ bool HoldsCatalogue(const std::string& folder) {
   return !folder.empty() && access((folder + "ellipsoid.tsf").c_str(), R_OK) == 0;
 }
 
-// <prefix>/share/KvCart/ for an executable in <prefix>/bin.
-std::string BesideExecutable() {
+std::string Folder(const std::string& file) {
+  const size_t slash = file.rfind('/');
+  return slash == std::string::npos ? "" : file.substr(0, slash + 1);
+}
+
+// "/opt/kv/bin/../share/KvCart/" -> "/opt/kv/share/KvCart/".
+std::string Normal(const std::string& folder) {
+  return std::filesystem::path(folder).lexically_normal().string();
+}
+
+// <prefix>/share/KvCart/ for a program in <prefix>/bin.
+std::string BesideProgram() {
   char path[4096];
   const ssize_t n = readlink("/proc/self/exe", path, sizeof path - 1);
   if (n <= 0) return "";
-  std::string exe(path, static_cast<size_t>(n));
-  const size_t slash = exe.rfind('/');
-  if (slash == std::string::npos) return "";
-  return exe.substr(0, slash) + "/../share/KvCart/";
+  const std::string folder = Folder(std::string(path, static_cast<size_t>(n)));
+  return folder.empty() ? "" : Normal(folder + KVCART_DATADIR_FROM_BINDIR);
+}
+
+// <prefix>/share/KvCart/ for the libKvCart.so the program loaded from
+// <prefix>/lib, wherever the program itself lies.
+std::string BesideLibrary() {
+  Dl_info info;
+  if (!dladdr(reinterpret_cast<void*>(&S_GETVERSION), &info) || !info.dli_fname) return "";
+  char path[4096];
+  if (!realpath(info.dli_fname, path)) return "";
+  const std::string folder = Folder(path);
+  return folder.empty() ? "" : Normal(folder + KVCART_DATADIR_FROM_LIBDIR);
 }
 
 }  // namespace
@@ -48,8 +73,7 @@ std::string FindDataFolder(const std::string& override, std::vector<std::string>
   } else if (!Environment("KVCART_DATA_DIR").empty()) {
     candidates.push_back(WithSlash(Environment("KVCART_DATA_DIR")));
   } else {
-    candidates = {BesideExecutable(), WithSlash(KVCART_BUILD_DATA_DIR),
-                  WithSlash(KVCART_INSTALLED_DATA_DIR)};
+    candidates = {BesideProgram(), BesideLibrary()};
   }
   for (const std::string& folder : candidates)
     if (HoldsCatalogue(folder)) return folder;

@@ -7,10 +7,10 @@
 namespace kvcart {
 
 // The bundled data folder, ending in '/': `override` when not empty, else
-// $KVCART_DATA_DIR, else the first of the installed prefix next to the
-// executable, the source tree the program was built from and the configured
-// install folder that holds "ellipsoid.tsf".  Empty when none does;
-// `searched` then lists the folders tried.
+// $KVCART_DATA_DIR, else the first of <prefix>/share/KvCart/ beside the
+// program's <prefix>/bin and beside the loaded library's <prefix>/lib that
+// holds "ellipsoid.tsf".  Empty when none does; `searched` then lists the
+// folders tried.
 std::string FindDataFolder(const std::string& override, std::vector<std::string>* searched);
 
 // The user's folder, ending in '/': `override`, else $KVCART_USER_DIR, else

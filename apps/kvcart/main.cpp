@@ -18,14 +18,11 @@
 #include "KvCartConvert.h"
 #include "KvCartCs.h"
 #include "KvCartDescribe.h"
+#include "KvCart.h"
 #include "KvCartPaths.h"
 #include "cart/KvCartSetup.h"
 #include "catalogue/KvMapProjData.h"
 #include "mapproj/KvMapProjection.h"
-
-#ifndef KVCART_VERSION
-#define KVCART_VERSION "unknown"
-#endif
 
 namespace {
 
@@ -73,7 +70,12 @@ int Distance(const std::vector<double>& values, const std::string& cs) {
 
 int main(int argc, char** argv) {
   CLI::App app{"kvcart: coordinate conversion with the KvCart library"};
-  app.set_version_flag("--version", std::string("kvcart ") + KVCART_VERSION);
+  // The program's own version, and the version of the library it loaded.
+  char library[32] = "?";
+  int versionStatus = 0;
+  S_GETVERSIONSTRING(library, static_cast<int>(sizeof library) - 1, &versionStatus);
+  app.set_version_flag("--version", std::string("kvcart ") + KVCART_VERSION_STRING +
+                                        " (library " + library + ")");
   app.require_subcommand(1);
   std::string dataDir, userDir;
   app.add_option("--data-dir", dataDir,

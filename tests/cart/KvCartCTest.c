@@ -66,12 +66,13 @@ void kvct_queries(const char* coordSys, const char* other, int out[9]) {
 int kvct_is_type(const char* coordSys, int mask) { return S_ISTYPE(coordSys, mask); }
 
 /* which: 0 the short name of coordSys, 1 the UTM zone of lon, 2 the Google
- * text.  Returns the status. */
+ * text, 3 the library's version.  Returns the status. */
 int kvct_text(int which, const char* coordSys, double lon, char* buffer, int size) {
   int status = 99;
   if (which == 0) S_PROJECTIONSHORTNAME(coordSys, buffer, size, &status);
   if (which == 1) S_LONGITUDETOUTMZONE(lon, buffer, size, &status);
   if (which == 2) S_GETGOOGLEMAPPROJECTIONSTRING(buffer, size, &status);
+  if (which == 3) S_GETVERSIONSTRING(buffer, size, &status);
   return status;
 }
 
@@ -89,3 +90,13 @@ int kvct_last_error(char* buffer, int size) {
 }
 
 int kvct_save(void) { return CARTSAVEUSERFILES(); }
+/* The header's version and the library's: header[0..2] major, minor, patch,
+ * header[3] KVCART_VERSION; returns S_GETVERSION(). */
+int kvct_version(int header[4], const char** headerText) {
+  header[0] = KVCART_VERSION_MAJOR;
+  header[1] = KVCART_VERSION_MINOR;
+  header[2] = KVCART_VERSION_PATCH;
+  header[3] = KVCART_VERSION;
+  *headerText = KVCART_VERSION_STRING;
+  return S_GETVERSION();
+}

@@ -21,6 +21,7 @@ void kvct_queries(const char* coordSys, const char* other, int out[9]);
 int kvct_is_type(const char* coordSys, int mask);
 int kvct_text(int which, const char* coordSys, double lon, char* buffer, int size);
 int kvct_origin(const char* coordSys, double* lon, double* lat);
+int kvct_version(int header[4], const char** headerText);
 }
 
 namespace {
@@ -120,6 +121,23 @@ TEST(CEntryText, GoogleTextIsCopiedOnlyWhenItFits) {
   ASSERT_EQ(kvct_text(2, nullptr, 0, &text[0], length), 0);
   EXPECT_EQ(std::strlen(text.c_str()), static_cast<std::size_t>(length));
   EXPECT_EQ(text.rfind("PROJCS[\"Google Maps - Mercator\"", 0), 0u);
+}
+
+TEST(CEntryText, VersionAgreesWithTheHeaderInNumberAndText) {
+  int header[4];
+  const char* headerText = nullptr;
+  EXPECT_EQ(kvct_version(header, &headerText), header[3]);
+  EXPECT_EQ(header[3], header[0] * 10000 + header[1] * 100 + header[2]);
+  const std::string expected = std::to_string(header[0]) + "." + std::to_string(header[1]) + "." +
+                               std::to_string(header[2]);
+  EXPECT_EQ(headerText, expected);
+  char buffer[16];
+  std::memset(buffer, 'x', sizeof buffer);
+  const int length = static_cast<int>(expected.size());
+  EXPECT_EQ(kvct_text(3, nullptr, 0, buffer, length - 1), length);
+  EXPECT_EQ(buffer[0], 'x');
+  ASSERT_EQ(kvct_text(3, nullptr, 0, buffer, length), 0);
+  EXPECT_EQ(std::string(buffer), expected);
 }
 
 TEST(CEntryQueries, AnswerForTheSpecialNamesAndCatalogueEntries) {
