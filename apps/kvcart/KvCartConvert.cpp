@@ -65,6 +65,75 @@ const char* SkipSeparator(const char* p, const char* end) {
   return p == start ? nullptr : p;
 }
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// A blank-separated word of the form 9,5 (digits, one comma, digits).
+bool IsDecimalCommaWord(const char* p, const char* end) {
+  if (p < end && (*p == '+' || *p == '-')) ++p;
+  const char* digits = p;
+  while (p < end && IsDigit(*p)) ++p;
+  if (p == digits || p == end || *p != ',') return false;
+  digits = ++p;
+  while (p < end && IsDigit(*p)) ++p;
+  return p > digits && (p == end || *p == '\r');
+}
+
+// The first of two or more words like 9,5 on the line, or null: numbers
+// written with a decimal comma and separated by blanks, which would
+// otherwise read as x 9, y 5.
+const char* DecimalCommaWord(const char* p, const char* end) {
+  const char* first = nullptr;
+  while (p < end) {
+    while (p < end && IsBlank(*p)) ++p;
+    const char* word = p;
+    while (p < end && !IsBlank(*p)) ++p;
+    if (p > word && IsDecimalCommaWord(word, p)) {
+      if (first) return first;
+      first = word;
+    }
+  }
+  return nullptr;
+}
+
+std::string DecimalCommaMessage(const char* word, const char* end) {
+  const char* wordEnd = word;
+  while (wordEnd < end && !IsBlank(*wordEnd) && *wordEnd != '\r') ++wordEnd;
+  std::string number(word, wordEnd);
+  std::string dotted = number;
+  dotted[dotted.find(',')] = '.';
+  return "the number " + number + " has a decimal comma: write " + dotted +
+         " (a comma separates fields)";
+}
+
+// Why a line that does not hold a point cannot be read.
+std::string UnreadableMessage(const char* begin, const char* end, bool height) {
+  const char* semicolon = static_cast<const char*>(std::memchr(begin, ';', end - begin));
+  if (semicolon)
+    return "fields separated by ';': separate coordinates by blanks, tabs or a comma and write "
+           "numbers with a full stop";
+  if (const char* word = DecimalCommaWord(begin, end)) return DecimalCommaMessage(word, end);
+  return height ? "cannot read three coordinates (x y h)" : "cannot read two coordinates (x y)";
+}
+
+// The first field of a line that is no point: a column header such as
+// "x,y,name" starts with neither a digit nor a sign nor a full stop (and is
+// not "nan" or "inf", which read as numbers).
+bool IsHeader(const char* p, const char* end) {
+  while (p < end && IsBlank(*p)) ++p;
+  if (p == end || IsDigit(*p) || *p == '+' || *p == '-' || *p == '.' || *p == '#' || *p == '\r')
+    return false;
+  const char* word = p;
+  while (p < end && !IsSeparator(*p) && *p != '\r' && *p != ';') ++p;
+  std::string first(word, p);
+  for (char& c : first) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return first != "nan" && first != "inf" && first != "infinity";
+}
+
+bool IsBlankOrComment(const char* p, const char* end) {
+  while (p < end && IsBlank(*p)) ++p;
+  return p == end || *p == '\r' || *p == '\n' || *p == '#';
+}
+
 void Append(std::string& out, double value, int decimals) {
   char buffer[400];
   const std::to_chars_result r =
@@ -80,12 +149,13 @@ void Append(std::string& out, double value, int decimals) {
 class CLineConverter {
  public:
   CLineConverter(CKvDatumConverter& converter, const SFormat& format, bool height, bool ellipsoidal,
-                 bool strict)
+                 bool strict, bool geographicSource)
       : m_Converter(converter),
         m_Format(format),
         m_bHeight(height),
         m_bEllipsoidal(ellipsoidal),
-        m_bStrict(strict) {}
+        m_bStrict(strict),
+        m_bGeographicSource(geographicSource) {}
 
   void Run(SChunk& chunk) {
     const char* p = chunk.begin;
@@ -132,8 +202,25 @@ class CLineConverter {
       if (p) p = ReadNumber(p, end, h);
     }
     if (!p || (p < end && !IsSeparator(*p) && *p != '\r')) {
-      message =
-          m_bHeight ? "cannot read three coordinates (x y h)" : "cannot read two coordinates (x y)";
+      message = UnreadableMessage(indentEnd, end, m_bHeight);
+      return false;
+    }
+    // Only a line whose first separator is a bare comma can be one of
+    // decimal commas read as fields.
+    if (sep1End - sep1 == 1 && *sep1 == ',') {
+      if (const char* word = DecimalCommaWord(indentEnd, end)) {
+        message = DecimalCommaMessage(word, end);
+        return false;
+      }
+    }
+    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(h)) {
+      message = "a coordinate is not a finite number";
+      return false;
+    }
+    if (m_bGeographicSource && std::fabs(y) > 90) {
+      double latitude = 0;
+      const char* latitudeEnd = ReadNumber(sep1End, end, latitude);
+      message = "latitude " + std::string(sep1End, latitudeEnd) + " is outside -90..90";
       return false;
     }
     if (m_bEllipsoidal) {
@@ -167,6 +254,7 @@ class CLineConverter {
   bool m_bHeight;
   bool m_bEllipsoidal;
   bool m_bStrict;
+  bool m_bGeographicSource;  // y is a latitude
 };
 
 class CProgress {
@@ -229,6 +317,7 @@ class CFileConverter {
       m_Converters.emplace_back(new CKvDatumConverter(settings.from.c_str(), settings.to.c_str()));
     const bool fromGeo = CKvMapProjection(settings.from).IsGeographical();
     const bool toGeo = CKvMapProjection(settings.to).IsGeographical();
+    m_bGeographicSource = fromGeo;
     const int type = (fromGeo ? 2 : 0) + (toGeo ? 1 : 0);
     for (auto& c : m_Converters)
       c->SetConversionType(static_cast<CKvDatumConverter::ETypeOfConversion>(type));
@@ -247,6 +336,8 @@ class CFileConverter {
     size_t lineBase = 0, points = 0;
     long long done = 0;
     bool ok = true;
+    size_t skip = static_cast<size_t>(m_Settings.skipLines);
+    bool lookForHeader = true;
     for (;;) {
       const size_t n = std::fread(block.data(), 1, block.size(), in);
       const bool last = n < block.size();
@@ -258,8 +349,9 @@ class CFileConverter {
         if (newline == std::string::npos) continue;  // a very long line: read on
         usable = newline + 1;
       }
+      const size_t offset = Preamble(buffer, usable, skip, lookForHeader, lineBase);
       std::vector<SChunk> chunks =
-          Split(buffer.data(), buffer.data() + usable, m_Converters.size());
+          Split(buffer.data() + offset, buffer.data() + usable, m_Converters.size());
       std::vector<std::thread> workers;
       for (size_t i = 1; i < chunks.size(); ++i)
         workers.emplace_back([this, &chunks, i] { Worker(i).Run(chunks[i]); });
@@ -291,11 +383,36 @@ class CFileConverter {
  private:
   CLineConverter Worker(size_t i) {
     return CLineConverter(*m_Converters[i], m_Format, m_Settings.height,
-                          m_Settings.ellipsoidalHeight, m_Settings.strict);
+                          m_Settings.ellipsoidalHeight, m_Settings.strict, m_bGeographicSource);
+  }
+
+  // Copies the lines to skip and a column header from the start of
+  // buffer[0, usable), whole lines only; returns the bytes consumed.
+  // `skip` and `lookForHeader` carry over to the next block.
+  size_t Preamble(const std::string& buffer, size_t usable, size_t& skip, bool& lookForHeader,
+                  size_t& lines) {
+    size_t offset = 0;
+    while ((skip > 0 || lookForHeader) && offset < usable) {
+      const size_t newline = buffer.find('\n', offset);
+      const size_t lineEnd = newline == std::string::npos || newline >= usable ? usable : newline + 1;
+      const char* line = buffer.data() + offset;
+      const char* end = buffer.data() + lineEnd;
+      if (skip > 0) {
+        --skip;
+      } else if (!IsBlankOrComment(line, end)) {
+        lookForHeader = false;
+        if (!IsHeader(line, end)) break;
+      }
+      std::fwrite(line, 1, lineEnd - offset, stdout);
+      ++lines;
+      offset = lineEnd;
+    }
+    return offset;
   }
 
   const SConvertSettings& m_Settings;
   SFormat m_Format;
+  bool m_bGeographicSource = false;
   std::vector<std::unique_ptr<CKvDatumConverter>> m_Converters;
 };
 
