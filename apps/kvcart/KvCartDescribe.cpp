@@ -1,15 +1,17 @@
 #include "KvCartDescribe.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 
+#include "KvCartText.h"
 #include "cart/KvCartSetup.h"
 #include "catalogue/KvEllipsoid.h"
+#include "catalogue/KvMapProjData.h"
 #include "catalogue/KvParameterSet.h"
 #include "datum/KvDatumShift.h"
 #include "engines/KvProjection.h"
@@ -21,50 +23,9 @@
 namespace kvcart {
 namespace {
 
-// The shortest text that reads back as `value`, without an exponent for
-// the magnitudes coordinates and parameters have.
-std::string Number(double value) {
-  if (!std::isfinite(value)) return "null";
-  char buffer[400];
-  const double magnitude = std::fabs(value);
-  const std::chars_format format = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e15)
-                                       ? std::chars_format::fixed
-                                       : std::chars_format::general;
-  const std::to_chars_result r = std::to_chars(buffer, buffer + sizeof buffer, value, format);
-  return std::string(buffer, r.ptr);
-}
+using Json = nlohmann::ordered_json;
 
-std::string Quoted(const std::string& text) {
-  std::string out = "\"";
-  for (const char c : text) {
-    switch (c) {
-      case '"':
-        out += "\\\"";
-        break;
-      case '\\':
-        out += "\\\\";
-        break;
-      case '\n':
-        out += "\\n";
-        break;
-      case '\t':
-        out += "\\t";
-        break;
-      case '\r':
-        out += "\\r";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          char escaped[8];
-          std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
-          out += escaped;
-        } else {
-          out += c;
-        }
-    }
-  }
-  return out + "\"";
-}
+constexpr char kLibraryProj4End[] = "+no_defs  no_defs <>";
 
 struct SParameter {
   std::string name;
@@ -95,8 +56,42 @@ struct SDescription {
   std::string axis1Name, axis1Direction, axis2Name, axis2Direction;
   double originLon = 0, originLat = 0;
   double area[4] = {};
-  std::string wkt, readableWkt, proj4;
+  std::string wkt, readableWkt;
+  std::string proj4Library;  // as the library writes it
+  std::string proj4;         // as cs2cs reads it; empty when there is none
+  std::string noProj4;       // why there is none
 };
+
+// "e", "w", "n" or "s" for a WKT axis direction, else "".
+std::string AxisLetter(const std::string& direction) {
+  const std::string lower = Lower(direction);
+  if (lower == "east" || lower == "west" || lower == "north" || lower == "south")
+    return lower.substr(0, 1);
+  return "";
+}
+
+// The library's proj4 text in the form cs2cs reads: its closing entries
+// become "+no_defs", and a system it cannot write stays empty.
+void Proj4ForTools(SDescription& d) {
+  std::string text = d.proj4Library;
+  if (d.kind == "local") {
+    d.noProj4 = "a local system is not georeferenced";
+    return;
+  }
+  if (text.empty() || text.rfind("+proj=undef", 0) == 0) {
+    d.noProj4 = d.code == CKvMapProjData::eRotatedLongitudeLatitude
+                    ? "the rotation is made on the ellipsoid, which proj4 has no method for"
+                    : "the library writes none for this method";
+    return;
+  }
+  const size_t end = text.rfind(kLibraryProj4End);
+  if (end != std::string::npos) text = text.substr(0, end);
+  while (!text.empty() && text.back() == ' ') text.pop_back();
+  // The library's text does not carry the axis order.
+  const std::string axes = AxisLetter(d.axis1Direction) + AxisLetter(d.axis2Direction);
+  if (d.kind == "projected" && axes.size() == 2 && axes != "en") text += " +axis=" + axes + "u";
+  d.proj4 = text + " +no_defs";
+}
 
 // The EPSG code of the catalogue record a name resolves to; 0 for none.
 int CodeOf(const std::string& name) {
@@ -250,45 +245,71 @@ SDescription Collect(const std::string& cs) {
   d.shiftGiven = parser.HasDatumShift();
   for (int i = 0; i < 7; ++i) d.shift[i] = shift.GetParameters()[i];
 
+  // Units as the object collected them, else as its WKT declares them (the
+  // special names collect none).
   char unitName[64] = "";
-  if (object.GetUnit(CKvMapProjection::eProjectedUnit, &d.linearFactor, unitName))
+  CString name;
+  if (object.GetUnit(CKvMapProjection::eProjectedUnit, &d.linearFactor, unitName)) {
     d.linearUnit = unitName;
-  else
-    d.linearFactor = NAN;
+  } else {
+    parser.GetProjUnit(name, d.linearFactor);
+    d.linearUnit = name.GetString();
+  }
   unitName[0] = '\0';
-  if (object.GetUnit(CKvMapProjection::eAngularUnit, &d.angularFactor, unitName))
+  if (object.GetUnit(CKvMapProjection::eAngularUnit, &d.angularFactor, unitName)) {
     d.angularUnit = unitName;
-  else
-    d.angularFactor = NAN;
+  } else {
+    parser.GetAngularUnit(name, d.angularFactor);
+    d.angularUnit = name.GetString();
+  }
+  if (d.linearUnit.empty()) d.linearFactor = NAN;
+  if (d.angularUnit.empty()) d.angularFactor = NAN;
 
-  CString name, direction;
+  CString direction;
   parser.GetAxisInfo(CKvPRJParser::eAxis1, name, direction);
   d.axis1Name = name.GetString();
   d.axis1Direction = direction.GetString();
   parser.GetAxisInfo(CKvPRJParser::eAxis2, name, direction);
   d.axis2Name = name.GetString();
   d.axis2Direction = direction.GetString();
+  if (d.kind == "geographic") {
+    // Geographic coordinates cross every interface as longitude, latitude.
+    d.axis1Name = "Longitude", d.axis1Direction = "EAST";
+    d.axis2Name = "Latitude", d.axis2Direction = "NORTH";
+  }
 
   object.GetOrigin(&d.originLon, &d.originLat);
   object.GetDefaultArea(&d.area[0], &d.area[1], &d.area[2], &d.area[3]);
-  d.proj4 = CKvProjTranslator().Convert2Proj4(cs, nullptr, 0);
+  d.proj4Library = CKvProjTranslator().Convert2Proj4(cs, nullptr, 0);
+  // A special name such as LONG/LAT translates through its engine's WKT.
+  if (d.proj4Library.rfind("+proj=undef", 0) == 0 && engine && d.wkt != cs)
+    d.proj4Library = CKvProjTranslator().Convert2Proj4(d.wkt, nullptr, 0);
+  Proj4ForTools(d);
   if (d.isWkt) d.identical = IdenticalRecords(cs);
   return d;
 }
 
-void PrintText(const SDescription& d) {
+std::string Unit(const std::string& name, double factor, const char* base) {
+  if (name.empty()) return "-";
+  return ToUtf8(name) + " (" + Number(factor) + " " + base + ")";
+}
+
+void PrintText(const SDescription& d, bool exactProj4) {
   auto line = [](const char* key, const std::string& value) {
     std::printf("%-16s %s\n", key, value.c_str());
   };
-  line("Name:", d.name);
+  line("Name:", ToUtf8(d.name));
   if (!d.isWkt) line("EPSG code:", d.epsgCode > 0 ? std::to_string(d.epsgCode) : "-");
   line("Kind:", d.kind);
-  line("Method:", d.method + " (code " + std::to_string(d.code) + ", WKT \"" + d.wktMethod + "\")");
+  line("Method:", d.method + " (code " + std::to_string(d.code) + ", WKT \"" +
+                      ToUtf8(d.wktMethod) + "\")");
   for (const SParameter& p : d.parameters)
-    std::printf("  %-28s %s %s\n", p.name.c_str(), Number(p.value).c_str(), p.unit.c_str());
-  line("Ellipsoid:", d.ellipsoidName + (d.ellipsoidId.empty() ? "" : " [" + d.ellipsoidId + "]") +
-                         "  a = " + Number(d.major) + " m, 1/f = " + Number(d.invFlattening));
-  line("Datum:", d.datum);
+    std::printf("  %-28s %s%s\n", ToUtf8(p.name).c_str(), Number(p.value).c_str(),
+                p.unit.empty() ? "" : (" " + ToUtf8(p.unit)).c_str());
+  line("Ellipsoid:", ToUtf8(d.ellipsoidName) +
+                         (d.ellipsoidId.empty() ? "" : " [" + d.ellipsoidId + "]") + "  a = " +
+                         Number(d.major) + " m, 1/f = " + Number(d.invFlattening));
+  line("Datum:", ToUtf8(d.datum));
   std::string shift = d.shiftType;
   if (d.shiftType != "None") {
     shift += ":";
@@ -297,11 +318,11 @@ void PrintText(const SDescription& d) {
     shift = "None (TOWGS84 of zeros: the datum is WGS 84's)";
   }
   line("Datum shift:", shift);
-  line("Linear unit:",
-       d.linearUnit.empty() ? "-" : d.linearUnit + " (" + Number(d.linearFactor) + ")");
-  line("Angular unit:",
-       d.angularUnit.empty() ? "-" : d.angularUnit + " (" + Number(d.angularFactor) + ")");
-  line("Axes:", d.axis1Name + " " + d.axis1Direction + ", " + d.axis2Name + " " + d.axis2Direction);
+  line("Linear unit:", d.kind == "geographic" ? "- (coordinates in degrees)"
+                                              : Unit(d.linearUnit, d.linearFactor, "m"));
+  line("Angular unit:", Unit(d.angularUnit, d.angularFactor, "rad"));
+  line("Axis order:", ToUtf8(d.axis1Name) + " (" + ToUtf8(d.axis1Direction) + "), " +
+                          ToUtf8(d.axis2Name) + " (" + ToUtf8(d.axis2Direction) + ")");
   line("Origin:", Number(d.originLon) + " " + Number(d.originLat));
   line("Default area:", Number(d.area[0]) + " " + Number(d.area[1]) + " to " + Number(d.area[2]) +
                             " " + Number(d.area[3]));
@@ -310,81 +331,74 @@ void PrintText(const SDescription& d) {
     for (std::size_t i = 0; i < d.identical.size(); ++i) {
       const SIdentical& r = d.identical[i];
       line(i == 0 ? "Identical to:" : "",
-           r.name + (r.code > 0 ? " (EPSG:" + std::to_string(r.code) + ")" : "") +
+           ToUtf8(r.name) + (r.code > 0 ? " (EPSG:" + std::to_string(r.code) + ")" : "") +
                (r.butTheShift ? ", but for the datum shift to WGS 84 it knows and this text "
                                 "does not say"
                               : ""));
     }
   }
-  line("WKT:", d.wkt);
-  line("Proj4:", d.proj4);
-  std::printf("Readable WKT:\n%s\n", d.readableWkt.c_str());
+  line("WKT:", ToUtf8(d.wkt));
+  if (exactProj4)
+    line("Proj4:", d.proj4Library);
+  else
+    line("Proj4:", d.proj4.empty() ? "- (" + d.noProj4 + ")" : d.proj4);
+  std::printf("Readable WKT:\n%s\n", ToUtf8(d.readableWkt).c_str());
+}
+
+Json NumberOrNull(double value) { return std::isfinite(value) ? Json(value) : Json(nullptr); }
+
+Json Unit(const std::string& name, double factor) {
+  if (name.empty()) return nullptr;
+  return Json{{"name", ToUtf8(name)}, {"factor", NumberOrNull(factor)}};
 }
 
 void PrintJson(const SDescription& d) {
-  std::string out = "{";
-  auto field = [&out](const char* key, const std::string& value) {
-    if (out.size() > 1) out += ",";
-    out += "\n  " + Quoted(key) + ": " + value;
-  };
-  field("name", Quoted(d.name));
-  if (!d.isWkt) field("epsg_code", d.epsgCode > 0 ? std::to_string(d.epsgCode) : "null");
-  field("kind", Quoted(d.kind));
-  field("method", "{\"title\": " + Quoted(d.method) + ", \"code\": " + std::to_string(d.code) +
-                      ", \"wkt_name\": " + Quoted(d.wktMethod) + "}");
-  std::string params = "[";
-  for (const SParameter& p : d.parameters) {
-    if (params.size() > 1) params += ", ";
-    params += "{\"name\": " + Quoted(p.name) + ", \"value\": " + Number(p.value) +
-              ", \"unit\": " + Quoted(p.unit) + "}";
-  }
-  field("parameters", params + "]");
-  field("ellipsoid", "{\"name\": " + Quoted(d.ellipsoidName) + ", \"id\": " +
-                         Quoted(d.ellipsoidId) + ", \"semi_major_axis\": " + Number(d.major) +
-                         ", \"inverse_flattening\": " + Number(d.invFlattening) + "}");
-  field("datum", Quoted(d.datum));
-  std::string values = "[";
-  for (int i = 0; i < 7; ++i) values += (i ? ", " : "") + Number(d.shift[i]);
-  field("datum_shift", "{\"type\": " + Quoted(d.shiftType) + ", \"given\": " +
-                           (d.shiftGiven ? "true" : "false") + ", \"values\": " + values + "]}");
-  field("linear_unit", d.linearUnit.empty() ? "null"
-                                            : "{\"name\": " + Quoted(d.linearUnit) +
-                                                  ", \"factor\": " + Number(d.linearFactor) + "}");
-  field("angular_unit", d.angularUnit.empty()
-                            ? "null"
-                            : "{\"name\": " + Quoted(d.angularUnit) +
-                                  ", \"factor\": " + Number(d.angularFactor) + "}");
-  field("axes", "[{\"name\": " + Quoted(d.axis1Name) + ", \"direction\": " +
-                    Quoted(d.axis1Direction) + "}, {\"name\": " + Quoted(d.axis2Name) +
-                    ", \"direction\": " + Quoted(d.axis2Direction) + "}]");
-  field("origin", "[" + Number(d.originLon) + ", " + Number(d.originLat) + "]");
-  field("default_area", "[" + Number(d.area[0]) + ", " + Number(d.area[1]) + ", " +
-                            Number(d.area[2]) + ", " + Number(d.area[3]) + "]");
+  Json out;
+  out["name"] = ToUtf8(d.name);
+  if (!d.isWkt) out["epsg_code"] = d.epsgCode > 0 ? Json(d.epsgCode) : Json(nullptr);
+  out["kind"] = d.kind;
+  out["method"] = {{"title", d.method}, {"code", d.code}, {"wkt_name", ToUtf8(d.wktMethod)}};
+  out["parameters"] = Json::array();
+  for (const SParameter& p : d.parameters)
+    out["parameters"].push_back(
+        {{"name", ToUtf8(p.name)}, {"value", NumberOrNull(p.value)}, {"unit", ToUtf8(p.unit)}});
+  out["ellipsoid"] = {{"name", ToUtf8(d.ellipsoidName)},
+                      {"id", ToUtf8(d.ellipsoidId)},
+                      {"semi_major_axis", NumberOrNull(d.major)},
+                      {"inverse_flattening", NumberOrNull(d.invFlattening)}};
+  out["datum"] = ToUtf8(d.datum);
+  Json values = Json::array();
+  for (double v : d.shift) values.push_back(NumberOrNull(v));
+  out["datum_shift"] = {{"type", d.shiftType}, {"given", d.shiftGiven}, {"values", values}};
+  out["linear_unit"] = d.kind == "geographic" ? Json(nullptr) : Unit(d.linearUnit, d.linearFactor);
+  out["angular_unit"] = Unit(d.angularUnit, d.angularFactor);
+  out["axes"] = {{{"name", ToUtf8(d.axis1Name)}, {"direction", ToUtf8(d.axis1Direction)}},
+                 {{"name", ToUtf8(d.axis2Name)}, {"direction", ToUtf8(d.axis2Direction)}}};
+  out["origin"] = {NumberOrNull(d.originLon), NumberOrNull(d.originLat)};
+  out["default_area"] = Json::array();
+  for (double v : d.area) out["default_area"].push_back(NumberOrNull(v));
   if (d.isWkt) {
-    std::string list = "[";
-    for (const SIdentical& r : d.identical) {
-      if (list.size() > 1) list += ", ";
-      list += "{\"name\": " + Quoted(r.name) +
-              ", \"epsg_code\": " + (r.code > 0 ? std::to_string(r.code) : "null") +
-              ", \"but_the_datum_shift\": " + (r.butTheShift ? "true" : "false") + "}";
-    }
-    field("identical", list + "]");
+    out["identical"] = Json::array();
+    for (const SIdentical& r : d.identical)
+      out["identical"].push_back({{"name", ToUtf8(r.name)},
+                                  {"epsg_code", r.code > 0 ? Json(r.code) : Json(nullptr)},
+                                  {"but_the_datum_shift", r.butTheShift}});
   }
-  field("wkt", Quoted(d.wkt));
-  field("readable_wkt", Quoted(d.readableWkt));
-  field("proj4", Quoted(d.proj4));
-  out += "\n}\n";
-  std::fputs(out.c_str(), stdout);
+  out["wkt"] = ToUtf8(d.wkt);
+  out["readable_wkt"] = ToUtf8(d.readableWkt);
+  out["proj4"] = d.proj4.empty() ? Json(nullptr) : Json(d.proj4);
+  out["proj4_library"] = d.proj4Library;
+  std::fputs((out.dump(2) + "\n").c_str(), stdout);
 }
 
 }  // namespace
 
-void Describe(const std::string& cs, bool json) {
+void Describe(const std::string& cs, bool json, bool exactProj4) {
   const SDescription d = Collect(cs);
   if (json)
     PrintJson(d);
   else
-    PrintText(d);
+    PrintText(d, exactProj4);
 }
 
 }  // namespace kvcart

@@ -5,13 +5,15 @@ files in a temporary folder.
 """
 import json
 import os
+import re
 import subprocess
 import sys
 import tempfile
 import unittest
 
 KVCART = None
-DATA_DIR = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "data")
+SOURCE_DIR = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
+DATA_DIR = os.path.join(SOURCE_DIR, "data")
 
 # A UTM zone 32 north .prj as GIS programs write it.
 UTM32_PRJ = (
@@ -156,7 +158,7 @@ class KvcartTest(unittest.TestCase):
         self.assertEqual(r.returncode, 0, r.stderr)
         self.assertIn("Name:            NAD83 / Texas South Central (ftUS)\n", r.stdout)
         self.assertIn("EPSG code:       2278\n", r.stdout)
-        self.assertIn("Linear unit:     US survey foot (0.3048006096012192)\n", r.stdout)
+        self.assertIn("Linear unit:     US survey foot (0.3048006096012192 m)\n", r.stdout)
         self.assertIn("UNIT[\"US survey foot\",0.3048006096012192]]", r.stdout)
         d = json.loads(self.run_kvcart("info", "--json", "ED50 / UTM zone 32N").stdout)
         self.assertEqual(d["epsg_code"], 23032)
@@ -215,16 +217,18 @@ class KvcartTest(unittest.TestCase):
         self.assertIn("--ellipsoidal-height", help_text)
         self.assertIn("above the ellipsoid", help_text)
 
-    def test_list_filters_by_kind_and_text(self):
+    def test_list_labels_its_columns_and_filters_by_kind_and_text(self):
         r = self.run_kvcart("list", "--kind", "geographic")
         self.assertEqual(r.returncode, 0, r.stderr)
-        names = [line.split("\t")[0] for line in r.stdout.splitlines()]
+        lines = r.stdout.splitlines()
+        self.assertEqual(lines[0], "NAME\tBRANCH\tMETHOD")
+        names = [line.split("\t")[0] for line in lines[1:]]
         self.assertIn("LONG/LAT", names)
         self.assertNotIn("UTM-32", names)
-        r = self.run_kvcart("list", "--match", "utm-3")
-        names = [line.split("\t")[0] for line in r.stdout.splitlines()]
-        self.assertIn("UTM-32", names)
-        self.assertTrue(all("utm-3" in n.lower() for n in names))
+        r = self.run_kvcart("list", "--match", "utm-3", "--no-header")
+        rows = [line.split("\t") for line in r.stdout.splitlines()]
+        self.assertIn(["UTM-32", "UTM Projections", "Transverse mercator"], rows)
+        self.assertTrue(all("utm-3" in row[0].lower() and len(row) == 3 for row in rows))
         self.assertEqual(self.run_kvcart("list", "--kind", "nonsense").returncode, 2)
 
     def test_distance_and_zone(self):
@@ -250,8 +254,13 @@ class KvcartTest(unittest.TestCase):
         for sub in ("convert", "info", "list", "distance", "zone"):
             r = self.run_kvcart(sub, "--help")
             self.assertEqual(r.returncode, 0)
-            self.assertIn("Usage", r.stdout)
-        self.assertTrue(self.run_kvcart("--version").stdout.startswith("kvcart "))
+            self.assertIn("Usage: kvcart " + sub, r.stdout)
+            # Every example is a command line of this subcommand.
+            examples = r.stdout.split("Examples:\n", 1)[1].splitlines()
+            self.assertTrue(examples and all("kvcart " + sub + " " in e for e in examples),
+                            r.stdout)
+        self.assertRegex(self.run_kvcart("--version").stdout,
+                         r"^kvcart \d+\.\d+\.\d+ \(library \d+\.\d+\.\d+\)\n$")
         empty = os.path.join(self.folder, "empty")
         os.mkdir(empty)
         r = self.run_kvcart("list", env=dict(self.env, KVCART_DATA_DIR=empty))
@@ -280,6 +289,289 @@ class KvcartTest(unittest.TestCase):
         with open(os.path.join(self.user, "custom_projection.tsf")) as f:
             self.assertEqual(f.read(), before)
         self.assertEqual(sorted(os.listdir(self.user)), ["custom_projection.tsf"])
+
+# Points in proj strings with their projected coordinates from cs2cs, the
+# geographic system on the same ellipsoid or datum on both sides:
+#   echo LON LAT | cs2cs +proj=longlat GEO +to PROJ GEO -f %.4f
+PROJ_CASES = [
+    ("+datum=WGS84", "+proj=utm +zone=32", (12.5, 47.25), (764833.0161, 5238889.7175)),
+    ("+ellps=GRS80", "+proj=utm +zone=33 +south", (15, -33.5), (500000.0, 6293280.7796)),
+    ("+ellps=airy",
+     "+proj=tmerc +lat_0=49 +lon_0=-2 +k=0.9996012717 +x_0=400000 +y_0=-100000",
+     (-1.5, 52.5), (433938.1586, 289280.1642)),
+    ("+ellps=GRS80",
+     "+proj=lcc +lat_1=49 +lat_2=44 +lat_0=46.5 +lon_0=3 +x_0=700000 +y_0=6600000",
+     (5, 47), (851956.7426, 6657455.3805)),
+    ("+ellps=clrk66",
+     "+proj=lcc +lat_1=18 +lat_0=18 +lon_0=-77 +k_0=1 +x_0=250000 +y_0=150000",
+     (-77.5, 18.2), (197106.5002, 172206.4936)),
+    # x and y in US survey feet.
+    ("+datum=NAD83", "+proj=lcc +lat_1=33 +lat_2=45 +lat_0=39 +lon_0=-96 +units=us-ft",
+     (-100, 40), (-1114314.6299, 386808.0448)),
+    ("+ellps=krass", "+proj=merc +lat_ts=33 +lon_0=100", (110, 20), (934547.8386, 1895990.4324)),
+    ("+ellps=bessel", "+proj=merc +lon_0=110 +k=0.997 +x_0=3900000 +y_0=900000",
+     (115, -5), (4454863.2916, 348129.8383)),
+    ("+ellps=intl", "+proj=nzmg +lat_0=-41 +lon_0=173 +x_0=2510000 +y_0=6023150",
+     (174.76, -36.85), (2667368.2629, 6482219.9083)),
+    # The central meridian counts from Paris.
+    ("+ellps=intl", "+proj=tmerc +lon_0=9 +k=0.9996 +x_0=500000 +pm=paris",
+     (11.5, 51), (511422.1083, 5649953.1535)),
+    ("+R=6371000", "+proj=tmerc +lon_0=3 +x_0=500000", (4, 50), (571474.0908, 5560224.1586)),
+    # Northing first.
+    ("+ellps=GRS80",
+     "+proj=lcc +lat_1=49 +lat_2=44 +lat_0=46.5 +lon_0=3 +x_0=700000 +y_0=6600000 +axis=neu",
+     (5, 47), (6657455.3805, 851956.7426)),
+]
+
+
+class KvcartSideBySideTest(KvcartTest):
+    """What users of cs2cs and projinfo expect of kvcart."""
+
+    def convert(self, source, target, text, *options):
+        return self.run_kvcart("convert", "--from", source, "--to", target, *options, stdin=text)
+
+    def test_proj_strings_convert_as_cs2cs_does(self):
+        for geo, proj, (lon, lat), (x, y) in PROJ_CASES:
+            with self.subTest(proj=proj):
+                source = "+proj=longlat " + geo
+                target = proj + " " + geo
+                r = self.convert(source, target, "%r %r\n" % (lon, lat), "--precision", "4")
+                self.assertEqual(r.returncode, 0, r.stderr)
+                got = [float(v) for v in r.stdout.split()]
+                self.assertAlmostEqual(got[0], x, delta=1e-3)
+                self.assertAlmostEqual(got[1], y, delta=1e-3)
+                # And back, as cs2cs -I does it.
+                back = self.convert(source, target, "%.4f %.4f\n" % (x, y), "--inverse")
+                self.assertEqual(back.returncode, 0, back.stderr)
+                self.assertPoint(back.stdout, lon, lat, 7)
+                # The proj4 text info prints reads back as the same system.
+                info = self.run_kvcart("info", "--json", target)
+                proj4 = json.loads(info.stdout)["proj4"]
+                again = self.convert(source, proj4, "%r %r\n" % (lon, lat), "--precision", "4")
+                self.assertEqual(again.stdout, r.stdout, proj4)
+
+    def test_proj_string_datum_shift_matches_cs2cs(self):
+        # echo -1.5 52.5 | cs2cs +proj=longlat +datum=WGS84 +to +proj=tmerc +lat_0=49
+        #   +lon_0=-2 +k=0.9996012717 +x_0=400000 +y_0=-100000 +ellps=airy
+        #   +towgs84=446.448,-125.157,542.06,0.15,0.247,0.842,-20.489 -f %.4f
+        # gives 434039.4573 289239.2811.
+        target = ("+proj=tmerc +lat_0=49 +lon_0=-2 +k=0.9996012717 +x_0=400000 +y_0=-100000 "
+                  "+ellps=airy +towgs84=446.448,-125.157,542.06,0.15,0.247,0.842,-20.489")
+        r = self.convert("+proj=longlat +datum=WGS84", target, "-1.5 52.5\n", "--precision", "4")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        x, y = (float(v) for v in r.stdout.split())
+        self.assertAlmostEqual(x, 434039.4573, delta=1e-3)
+        self.assertAlmostEqual(y, 289239.2811, delta=1e-3)
+        info = self.run_kvcart("info", target)
+        self.assertIn("Datum shift:     7 parameter: 446.448 -125.157 542.06 0.15 0.247 0.842 "
+                      "-20.489\n", info.stdout)
+
+    def test_proj_strings_that_cannot_be_honoured_are_refused(self):
+        cases = [
+            ("+proj=utm +zone=32 +datum=WGS84 +nadgrids=@conus", "+nadgrids"),
+            ("+proj=utm +zone=32 +datum=potsdam", "+datum=potsdam is not read"),
+            ("+proj=utm +zone=61", "+zone=1 to +zone=60"),
+            ("+proj=tmerc +lat_ts=10", "+lat_ts does not apply to +proj=tmerc"),
+            ("+proj=tmerc +lon_0=9d30", "+lon_0=9d30 is not a decimal number"),
+            ("+proj=robin", "+proj=robin is not a method kvcart can translate"),
+            ("+proj=utm +zone=32 +foo=1", "unknown proj parameter +foo"),
+            ("+proj=utm +zone=32 +axis=wsu", "+axis=wsu is not read"),
+            ("+proj=longlat +pm=paris", "prime meridian"),
+        ]
+        for proj, message in cases:
+            with self.subTest(proj=proj):
+                r = self.convert("LONG/LAT", proj, "9 56\n")
+                self.assertEqual(r.returncode, 1)
+                self.assertEqual(r.stdout, "")
+                self.assertIn("kvcart: cannot use the proj string '%s': " % proj, r.stderr)
+                self.assertIn(message, r.stderr)
+
+    def test_inverse_converts_from_the_target_to_the_source(self):
+        # echo 600000 5100000 | invproj -f %.10f +proj=utm +zone=32 +ellps=WGS84 gives
+        # 10.2925320358 46.0462654558.
+        r = self.convert("LONG/LAT", "UTM-32", "600000 5100000\n", "-I")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertEqual(r.stdout, "10.292532036 46.046265456\n")
+
+    def test_catalogue_names_ignore_letter_case_when_only_one_matches(self):
+        r = self.convert("long/lat", "utm-32", "9 56\n")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertEqual(r.stdout, "500000.000 6206079.587\n")
+        self.write("user/custom_projection.tsf", "[MAP_PROJECTION_DEFINITION]\n" + "".join(
+            "   [UTM_PROJECTION]\n"
+            "      Projection_Name = '%s'\n      Branch_Name = 'Mine'\n"
+            "      Ellipsoid = 'WE'\n      Scale = 1\n      Centre = 12\n"
+            "      Origin_Latitude = 0\n      Feast = 0\n      Fnorth = 0\n   EndSect\n" % name
+            for name in ("My grid", "MY GRID")) + "EndSect\n")
+        r = self.convert("LONG/LAT", "my GRID", "9 56\n")
+        self.assertEqual(r.returncode, 1)
+        self.assertIn("'my GRID' matches several catalogue names when letter case is ignored",
+                      r.stderr)
+        self.assertIn("\n  My grid", r.stderr)
+        self.assertIn("\n  MY GRID", r.stderr)
+        # The exact spelling still picks one.
+        self.assertEqual(self.convert("LONG/LAT", "MY GRID", "12 0\n").stdout, "0.000 0.000\n")
+
+    def test_csv_header_and_skipped_lines_are_copied(self):
+        r = self.convert("UTM-32", "LONG/LAT", "x,y,name\n600000,5100000,B\n")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertEqual(r.stdout, "x,y,name\n10.292532036,46.046265456,B\n")
+        # Comments and blanks may come before the header; a header later on is
+        # an unreadable line.
+        path = self.write("wells.csv", "# site 4\n\nEasting,Northing,Well\n600000,5100000,B\n"
+                                       "Easting,Northing,Well\n")
+        r = self.run_kvcart("convert", "--from", "UTM-32", "--to", "LONG/LAT", path)
+        self.assertEqual(r.returncode, 1)
+        self.assertEqual(r.stdout, "# site 4\n\nEasting,Northing,Well\n"
+                                   "10.292532036,46.046265456,B\n")
+        self.assertEqual(r.stderr, path + ":5: cannot read two coordinates (x y)\n")
+        # Header lines that look like numbers are skipped by count, in every file.
+        other = self.write("other.txt", "2024 survey\n1 2\n600000 5100000\n")
+        r = self.run_kvcart("convert", "--skip-lines", "2", "--from", "UTM-32", "--to",
+                            "LONG/LAT", other, other)
+        self.assertEqual(r.returncode, 0, r.stderr)
+        self.assertEqual(r.stdout, 2 * "2024 survey\n1 2\n10.292532036 46.046265456\n")
+
+    def test_bad_points_are_reported_per_line(self):
+        lines = ["9.5 55.5", "9.5 95", "9.5 -90.5", "nan 55", "9 inf", "9,5 55,5",
+                 "9.5;55.5", "9,5;55,5", "9.5 55.5 x"]
+        path = self.write("points.txt", "\n".join(lines) + "\n")
+        r = self.run_kvcart("convert", "--from", "LONG/LAT", "--to", "UTM-32", path)
+        self.assertEqual(r.returncode, 1)
+        # echo 9.5 55.5 | cs2cs +proj=longlat +datum=WGS84 +to +proj=utm +zone=32
+        #   +datum=WGS84 -f %.3f gives 531585.160 6150546.797.
+        self.assertEqual(r.stdout, "531585.160 6150546.797\n531585.160 6150546.797 x\n")
+        semicolons = ("fields separated by ';': separate coordinates by blanks, tabs or a "
+                      "comma and write numbers with a full stop")
+        self.assertEqual(r.stderr.splitlines(), [
+            path + ":2: latitude 95 is outside -90..90",
+            path + ":3: latitude -90.5 is outside -90..90",
+            path + ":4: a coordinate is not a finite number",
+            path + ":5: a coordinate is not a finite number",
+            path + ":6: the number 9,5 has a decimal comma: write 9.5 (a comma separates fields)",
+            path + ":7: " + semicolons,
+            path + ":8: " + semicolons,
+        ])
+        # Plain comma-separated values stay fine, heights included.
+        r = self.convert("UTM-32", "LONG/LAT", "600000,5100000,12.5\n", "--height")
+        self.assertEqual(r.stdout, "10.292532036,46.046265456,12.500\n", r.stderr)
+        r = self.convert("LONG/LAT", "UTM-32", "9,5 55,5 3,0\n", "--height")
+        self.assertIn("decimal comma", r.stderr)
+
+    def test_zone_takes_longitudes_from_minus_to_plus_180(self):
+        for lon, zone in (("-180", "UTM-1"), ("-0.000001", "UTM-30"), ("0", "UTM-31"),
+                          ("179.999", "UTM-60"), ("180", "UTM-60")):
+            r = self.run_kvcart("zone", lon)
+            self.assertEqual((r.returncode, r.stdout), (0, zone + "\n"), lon)
+        for lon in ("200", "-180.5", "nan", "inf"):
+            r = self.run_kvcart("zone", lon)
+            self.assertEqual(r.returncode, 2, lon)
+            self.assertEqual(r.stdout, "")
+            self.assertIn("a longitude lies in -180..180, not " + lon, r.stderr)
+        r = self.run_kvcart("distance", "9", "95", "10", "56")
+        self.assertEqual(r.returncode, 2)
+        self.assertIn("a latitude lies in -90..90, not 95", r.stderr)
+
+    def test_info_gives_units_axis_order_shift_and_a_proj4_text_cs2cs_reads(self):
+        r = self.run_kvcart("info", "UTM-32")
+        self.assertEqual(r.returncode, 0, r.stderr)
+        fields = dict(line.split(":", 1) for line in r.stdout.split("Readable WKT:")[0]
+                      .splitlines() if not line.startswith("  "))
+        self.assertEqual(fields["Linear unit"].strip(), "Meter (1 m)")
+        self.assertEqual(fields["Angular unit"].strip(), "Degree (0.017453292519943295 rad)")
+        self.assertEqual(fields["Axis order"].strip(), "Easting (EAST), Northing (NORTH)")
+        self.assertEqual(fields["Datum shift"].strip(), "None")
+        self.assertEqual(fields["Proj4"].strip(),
+                         "+proj=tmerc +lat_0=0 +lon_0=9.000000000000002 +k=0.9996 +x_0=500000 "
+                         "+y_0=0 +a=6378137 +b=6356752.314245179 +units=m +no_defs")
+        exact = self.run_kvcart("info", "--exact-proj4", "UTM-32").stdout
+        self.assertIn("+units=m +no_defs  no_defs <>\n", exact)
+        # Special names and geographic systems.
+        geo = self.run_kvcart("info", "LONG/LAT").stdout
+        self.assertIn("Axis order:      Longitude (EAST), Latitude (NORTH)\n", geo)
+        self.assertIn("Linear unit:     - (coordinates in degrees)\n", geo)
+        self.assertIn("Proj4:           +proj=longlat +a=6378137 +b=6356752.314245179 +units=m "
+                      "+no_defs\n", geo)
+        local = self.run_kvcart("info", "NON-UTM").stdout
+        self.assertIn("Proj4:           - (a local system is not georeferenced)\n", local)
+        # A WKT with the northing first, in US survey feet.
+        wkt = UTM32_PRJ.replace('UNIT["Meter",1.0]]', 'UNIT["Foot_US",0.3048006096012192],'
+                                'AXIS["Northing",NORTH],AXIS["Easting",EAST]]')
+        d = json.loads(self.run_kvcart("info", "--json", wkt).stdout)
+        self.assertEqual(d["axes"], [{"name": "Northing", "direction": "NORTH"},
+                                     {"name": "Easting", "direction": "EAST"}])
+        self.assertEqual(d["linear_unit"], {"name": "Foot_US", "factor": 0.3048006096012192})
+        self.assertTrue(d["proj4"].endswith(" +to_meter=0.3048006096012192 +axis=neu +no_defs"),
+                        d["proj4"])
+        self.assertTrue(d["proj4_library"].endswith(" +no_defs  no_defs <>"))
+        # echo 9.5 56.5 | cs2cs +proj=longlat +datum=WGS84 +to <that proj4> -f %.3f gives
+        # 20544061.580 600983.907 (feet, northing first).
+        for system in (wkt, d["proj4"]):
+            r = self.convert("LONG/LAT", system, "9.5 56.5\n")
+            self.assertEqual(r.stdout, "20544061.580 600983.907\n", r.stderr)
+
+    def test_info_json_is_utf8_whatever_the_prj_encoding(self):
+        latin1 = UTM32_PRJ.replace("WGS_1984_UTM_Zone_32N", "R\u00e9seau g\u00e9od\u00e9sique")
+        path = os.path.join(self.folder, "latin1.prj")
+        with open(path, "wb") as f:
+            f.write(latin1.encode("latin-1"))
+        utf8 = self.write("utf8.prj", UTM32_PRJ.replace("WGS_1984_UTM_Zone_32N",
+                                                        "\u00c5s \u2013 \u00f8st"))
+        for prj, name in ((path, "R\u00e9seau g\u00e9od\u00e9sique"),
+                          (utf8, "\u00c5s \u2013 \u00f8st")):
+            r = subprocess.run([KVCART, "info", "--json", "@" + prj], capture_output=True,
+                               env=self.env, timeout=60)
+            self.assertEqual(r.returncode, 0, r.stderr)
+            d = json.loads(r.stdout.decode("utf-8"))
+            self.assertEqual(d["name"], name)
+            self.assertTrue(d["wkt"].startswith('PROJCS["' + name + '"'))
+
+    def test_a_name_that_exists_but_cannot_be_used_says_why(self):
+        self.write("user/custom_projection.tsf",
+                   "[MAP_PROJECTION_DEFINITION]\n   [UTM_PROJECTION]\n"
+                   "      Projection_Name = 'Lost grid'\n      Branch_Name = 'Mine'\n"
+                   "      Ellipsoid = 'QQ'\n      Scale = 1\n      Centre = 12\n"
+                   "      Origin_Latitude = 0\n      Feast = 0\n      Fnorth = 0\n"
+                   "   EndSect\nEndSect\n")
+        r = self.run_kvcart("info", "lost GRID")
+        self.assertEqual(r.returncode, 1)
+        self.assertEqual(r.stderr, "kvcart: 'Lost grid' is in the catalogue but cannot be used: "
+                                   "its ellipsoid 'QQ' is not in the ellipsoid catalogue\n")
+        # Records of methods without an engine, if the catalogue still has any.
+        listing = self.run_kvcart("list", "--no-header").stdout.splitlines()
+        first_of_method = {}
+        for name, _, method in (line.split("\t") for line in listing):
+            first_of_method.setdefault(method, name)
+        for method, name in first_of_method.items():
+            r = self.run_kvcart("info", name)
+            if r.returncode == 0:
+                continue
+            self.assertNotIn("closest catalogue names", r.stderr)
+            self.assertIn("'%s' is in the catalogue but cannot be used: its method, %s, has no "
+                          "engine" % (name, method), r.stderr)
+        self.assertEqual(self.run_kvcart("info", "utm").stderr,
+                         "kvcart: 'UTM' needs a zone: UTM-1 to UTM-60 (kvcart zone LON names "
+                         "the zone of a longitude)\n")
+
+    def test_man_page_documents_every_subcommand_and_option(self):
+        with open(os.path.join(SOURCE_DIR, "apps", "kvcart", "kvcart.1.in")) as f:
+            page = f.read().replace("\\-", "-").replace("\\fI", "").replace("\\fP", "")
+        for sub in ("", "convert", "info", "list", "distance", "zone"):
+            text = self.run_kvcart(*([sub] if sub else []), "--help").stdout
+            # The option lines of the help: "  -I,--inverse   Convert ...".
+            options = {o for line in text.splitlines() if re.match(r"^  -", line)
+                       for o in re.findall(r"--?[A-Za-z][\w-]*", line.split()[0])}
+            self.assertTrue(options)
+            for option in options:
+                self.assertTrue(option in page, "kvcart %s %s" % (sub, option))
+            if sub:
+                self.assertIn(".B " + sub + "\n", page)
+
+    def test_finds_the_catalogue_beside_the_program_without_settings(self):
+        env = dict(self.env)
+        del env["KVCART_DATA_DIR"]
+        r = self.run_kvcart("info", "UTM-32", env=env)
+        self.assertEqual(r.returncode, 0, r.stderr)
 
 
 if __name__ == "__main__":
