@@ -1,9 +1,11 @@
 #include "KvCartDescribe.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <sstream>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -70,8 +72,39 @@ std::string AxisLetter(const std::string& direction) {
   return "";
 }
 
-// The library's proj4 text in the form cs2cs reads: its closing entries
-// become "+no_defs", and a system it cannot write stays empty.
+// `number` with 15 significant digits when it is one, else unchanged: the
+// library writes angles through a 15-digit degree factor, so 9 becomes
+// 9.000000000000002 and -90 becomes -90.00000000000001, which proj refuses
+// as a latitude beyond the pole.
+std::string Rounded(const std::string& number) {
+  double value = 0;
+  const char* end = number.data() + number.size();
+  const std::from_chars_result r = std::from_chars(number.data(), end, value);
+  if (r.ec != std::errc() || r.ptr != end) return number;
+  char buffer[64];
+  const std::to_chars_result w =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15);
+  return std::string(buffer, w.ptr);
+}
+
+// Every number of a "+key=value" or "+key=v1,v2,..." entry, rounded.
+std::string RoundedEntry(const std::string& entry) {
+  const size_t equals = entry.find('=');
+  if (equals == std::string::npos) return entry;
+  std::string out = entry.substr(0, equals + 1);
+  size_t start = equals + 1;
+  for (;;) {
+    const size_t comma = entry.find(',', start);
+    out += Rounded(entry.substr(start, comma == std::string::npos ? comma : comma - start));
+    if (comma == std::string::npos) return out;
+    out += ',';
+    start = comma + 1;
+  }
+}
+
+// The library's proj4 text in the form cs2cs reads: numbers rounded to 15
+// significant digits, the closing entries reduced to "+no_defs", the axis
+// order added; a system it cannot write stays empty.
 void Proj4ForTools(SDescription& d) {
   std::string text = d.proj4Library;
   if (d.kind == "local") {
@@ -86,7 +119,10 @@ void Proj4ForTools(SDescription& d) {
   }
   const size_t end = text.rfind(kLibraryProj4End);
   if (end != std::string::npos) text = text.substr(0, end);
-  while (!text.empty() && text.back() == ' ') text.pop_back();
+  std::istringstream entries(text);
+  std::string entry;
+  text.clear();
+  while (entries >> entry) text += (text.empty() ? "" : " ") + RoundedEntry(entry);
   // The library's text does not carry the axis order.
   const std::string axes = AxisLetter(d.axis1Direction) + AxisLetter(d.axis2Direction);
   if (d.kind == "projected" && axes.size() == 2 && axes != "en") text += " +axis=" + axes + "u";

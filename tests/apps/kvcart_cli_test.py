@@ -481,16 +481,29 @@ class KvcartSideBySideTest(KvcartTest):
         self.assertEqual(fields["Angular unit"].strip(), "Degree (0.017453292519943295 rad)")
         self.assertEqual(fields["Axis order"].strip(), "Easting (EAST), Northing (NORTH)")
         self.assertEqual(fields["Datum shift"].strip(), "None")
+        # Numbers to 15 digits: the library's 9.000000000000002 (its degree
+        # factor) is 9, and its -90.00000000000001, which proj refuses, is -90.
         self.assertEqual(fields["Proj4"].strip(),
-                         "+proj=tmerc +lat_0=0 +lon_0=9.000000000000002 +k=0.9996 +x_0=500000 "
-                         "+y_0=0 +a=6378137 +b=6356752.314245179 +units=m +no_defs")
+                         "+proj=tmerc +lat_0=0 +lon_0=9 +k=0.9996 +x_0=500000 +y_0=0 "
+                         "+a=6378137 +b=6356752.31424518 +units=m +no_defs")
         exact = self.run_kvcart("info", "--exact-proj4", "UTM-32").stdout
-        self.assertIn("+units=m +no_defs  no_defs <>\n", exact)
+        self.assertIn("Proj4:           +proj=tmerc +lat_0=0 +lon_0=9.000000000000002 +k=0.9996 "
+                      "+x_0=500000 +y_0=0 +a=6378137 +b=6356752.314245179 +units=m "
+                      "+no_defs  no_defs <>\n", exact)
+        polar = UTM32_PRJ.replace('"Transverse_Mercator"', '"Lambert_Conformal_Conic"').replace(
+            'PARAMETER["Scale_Factor",0.9996],PARAMETER["Latitude_Of_Origin",0.0]',
+            'PARAMETER["Standard_Parallel_1",-72.0],PARAMETER["Standard_Parallel_2",-75.0],'
+            'PARAMETER["Latitude_Of_Origin",-90.0]')
+        self.assertIn(" +lat_1=-72.00000000000001 +lat_2=-75.00000000000001 "
+                      "+lat_0=-90.00000000000001 +lon_0=9.000000000000002 ",
+                      self.run_kvcart("info", "--exact-proj4", polar).stdout)
+        self.assertIn(" +lat_1=-72 +lat_2=-75 +lat_0=-90 +lon_0=9 ",
+                      self.run_kvcart("info", polar).stdout)
         # Special names and geographic systems.
         geo = self.run_kvcart("info", "LONG/LAT").stdout
         self.assertIn("Axis order:      Longitude (EAST), Latitude (NORTH)\n", geo)
         self.assertIn("Linear unit:     - (coordinates in degrees)\n", geo)
-        self.assertIn("Proj4:           +proj=longlat +a=6378137 +b=6356752.314245179 +units=m "
+        self.assertIn("Proj4:           +proj=longlat +a=6378137 +b=6356752.31424518 +units=m "
                       "+no_defs\n", geo)
         local = self.run_kvcart("info", "NON-UTM").stdout
         self.assertIn("Proj4:           - (a local system is not georeferenced)\n", local)
@@ -501,7 +514,7 @@ class KvcartSideBySideTest(KvcartTest):
         self.assertEqual(d["axes"], [{"name": "Northing", "direction": "NORTH"},
                                      {"name": "Easting", "direction": "EAST"}])
         self.assertEqual(d["linear_unit"], {"name": "Foot_US", "factor": 0.3048006096012192})
-        self.assertTrue(d["proj4"].endswith(" +to_meter=0.3048006096012192 +axis=neu +no_defs"),
+        self.assertTrue(d["proj4"].endswith(" +to_meter=0.304800609601219 +axis=neu +no_defs"),
                         d["proj4"])
         self.assertTrue(d["proj4_library"].endswith(" +no_defs  no_defs <>"))
         # echo 9.5 56.5 | cs2cs +proj=longlat +datum=WGS84 +to <that proj4> -f %.3f gives
