@@ -24,6 +24,7 @@ namespace {
 // the worker threads at line ends.
 constexpr size_t kBlockSize = 8u << 20;
 constexpr size_t kMinBytesPerThread = 64u << 10;
+constexpr char kUtf8Bom[] = "\xEF\xBB\xBF";
 
 struct SLineError {
   size_t line;  // 1-based within the chunk until reported
@@ -349,7 +350,13 @@ class CFileConverter {
         if (newline == std::string::npos) continue;  // a very long line: read on
         usable = newline + 1;
       }
-      const size_t offset = Preamble(buffer, usable, skip, lookForHeader, lineBase);
+      size_t offset = 0;
+      if (lineBase == 0 && buffer.compare(0, 3, kUtf8Bom) == 0) {
+        // A byte-order mark (as spreadsheets write) is copied, not read.
+        std::fwrite(kUtf8Bom, 1, 3, stdout);
+        offset = 3;
+      }
+      offset += Preamble(buffer, offset, usable, skip, lookForHeader, lineBase);
       std::vector<SChunk> chunks =
           Split(buffer.data() + offset, buffer.data() + usable, m_Converters.size());
       std::vector<std::thread> workers;
@@ -387,11 +394,11 @@ class CFileConverter {
   }
 
   // Copies the lines to skip and a column header from the start of
-  // buffer[0, usable), whole lines only; returns the bytes consumed.
+  // buffer[begin, usable), whole lines only; returns the bytes consumed.
   // `skip` and `lookForHeader` carry over to the next block.
-  size_t Preamble(const std::string& buffer, size_t usable, size_t& skip, bool& lookForHeader,
-                  size_t& lines) {
-    size_t offset = 0;
+  size_t Preamble(const std::string& buffer, size_t begin, size_t usable, size_t& skip,
+                  bool& lookForHeader, size_t& lines) {
+    size_t offset = begin;
     while ((skip > 0 || lookForHeader) && offset < usable) {
       const size_t newline = buffer.find('\n', offset);
       const size_t lineEnd = newline == std::string::npos || newline >= usable ? usable : newline + 1;
@@ -407,7 +414,7 @@ class CFileConverter {
       ++lines;
       offset = lineEnd;
     }
-    return offset;
+    return offset - begin;
   }
 
   const SConvertSettings& m_Settings;

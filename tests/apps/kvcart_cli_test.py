@@ -425,6 +425,14 @@ class KvcartSideBySideTest(KvcartTest):
         self.assertEqual(r.stdout, "# site 4\n\nEasting,Northing,Well\n"
                                    "10.292532036,46.046265456,B\n")
         self.assertEqual(r.stderr, path + ":5: cannot read two coordinates (x y)\n")
+        # A byte-order mark, as spreadsheets write it, is copied and not read.
+        for text in (b"x,y\n600000,5100000\n", b"600000,5100000\n"):
+            r = subprocess.run([KVCART, "convert", "--from", "UTM-32", "--to", "LONG/LAT"],
+                               input=b"\xef\xbb\xbf" + text, capture_output=True, env=self.env,
+                               timeout=60)
+            self.assertEqual((r.returncode, r.stderr), (0, b""))
+            self.assertEqual(r.stdout, b"\xef\xbb\xbf" + text.replace(
+                b"600000,5100000", b"10.292532036,46.046265456"))
         # Header lines that look like numbers are skipped by count, in every file.
         other = self.write("other.txt", "2024 survey\n1 2\n600000 5100000\n")
         r = self.run_kvcart("convert", "--skip-lines", "2", "--from", "UTM-32", "--to",
