@@ -197,6 +197,11 @@ int main(int argc, char** argv) {
     return e.get_exit_code() == 0 ? 0 : 2;
   }
 
+  if (distanceCmd->parsed() && (std::fabs(points[1]) > 90 || std::fabs(points[3]) > 90)) {
+    std::fprintf(stderr, "kvcart: a latitude lies in -90..90, not %s\n",
+                 kvcart::Number(std::fabs(points[1]) > 90 ? points[1] : points[3]).c_str());
+    return 2;
+  }
   if (zoneCmd->parsed()) {
     // The library names 180 as a sixty-first zone; the zones end at 60.
     std::printf("%s\n", CKvMapProjection::LongitudeToUTMZone(longitude < 180 ? longitude : 179.5));
@@ -232,11 +237,6 @@ int main(int argc, char** argv) {
   } else if (listCmd->parsed()) {
     status = List(kind, match, !noHeader);
   } else if (distanceCmd->parsed()) {
-    if (std::fabs(points[1]) > 90 || std::fabs(points[3]) > 90) {
-      std::fprintf(stderr, "kvcart: a latitude lies in -90..90, not %s\n",
-                   kvcart::Number(std::fabs(points[1]) > 90 ? points[1] : points[3]).c_str());
-      return 2;
-    }
     std::string cs;
     status = kvcart::ResolveCs(distanceCs, cs, error) ? Distance(points, cs) : Fail(error);
   }
