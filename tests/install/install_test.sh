@@ -8,9 +8,9 @@
 #   install_test.sh BUILD_DIR SOURCE_DIR BINDIR LIBDIR INCLUDEDIR DATADIR MANDIR
 #
 # The *DIR arguments are the install folders relative to the prefix.  CMAKE,
-# CC, CXX and CONSUMER_FLAGS (flags every consumer is compiled and linked
-# with, such as the sanitizers the library was built with) come from the
-# environment.
+# CC, CXX, CONSUMER_FLAGS (flags every consumer is compiled and linked with,
+# such as the sanitizers the library was built with) and SANITIZED (not empty
+# for a sanitizer build) come from the environment.
 set -euo pipefail
 build=$1 source=$2 bindir=$3 libdir=$4 includedir=$5 datadir=$6 mandir=$7
 cmake=${CMAKE:-cmake}
@@ -37,9 +37,20 @@ for f in platform/tsf.h platform/TsfInternal.h engines/KvEngineCatalogue.h; do
   [ ! -e "$prefix/$includedir/KvCart/$f" ] || fail "a private header is installed: $f"
 done
 
-# No file names the source or build folder (debug information included).
-leaks=$(grep -rlF -e "$source" -e "$(cd "$build" && pwd)" "$prefix" || true)
-[ -z "$leaks" ] || fail "build paths in: $leaks"
+# No file names the source or build folder (debug information included).  A
+# sanitizer build is the one exception: UndefinedBehaviorSanitizer records the
+# source file of each check as given to the compiler, which no prefix map
+# reaches, so there the library's own source file names are allowed.
+source_pattern=$(printf '%s' "$source" | sed 's/[][\/.^$*+?(){}|]/\\&/g')
+while IFS= read -r file; do
+  [ -n "$file" ] || continue
+  while IFS= read -r path; do
+    rest=${path#"$source/"}
+    if [ -z "${SANITIZED:-}" ] || ! [[ $rest =~ ^(src|apps|include)/[A-Za-z0-9_/]+\.(cpp|h)$ ]]; then
+      fail "a build path in $file: $path"
+    fi
+  done < <(grep -aoE "$source_pattern[^[:space:][:cntrl:]\"]*" "$file" | sort -u)
+done < <(grep -rlF -e "$source" -e "$(cd "$build" && pwd)" "$prefix" || true)
 for program in kvcart kvcart-ellipsoids; do
   runpath=$(readelf -d "$prefix/$bindir/$program" | sed -n 's/.*R\(UN\)\?PATH.*\[\(.*\)\]/\2/p')
   [ "$runpath" = "\$ORIGIN/$(realpath -m --relative-to="/$bindir" "/$libdir")" ] ||
