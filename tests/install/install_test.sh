@@ -33,7 +33,7 @@ for f in "$bindir/kvcart" "$bindir/kvcart-ellipsoids" "$libdir/libKvCart.so" \
          "$datadir/KvCart/map_projection.tsf" "$mandir/man1/kvcart.1"; do
   [ -e "$prefix/$f" ] || fail "not installed: $f"
 done
-for f in platform/tsf.h platform/TsfInternal.h engines/KvEngineCatalogue.h; do
+for f in platform/tsf.h platform/TsfInternal.h catalogue/KvParameterSetFactory.h; do
   [ ! -e "$prefix/$includedir/KvCart/$f" ] || fail "a private header is installed: $f"
 done
 
