@@ -119,6 +119,13 @@ void Proj4ForTools(SDescription& d) {
   }
   const size_t end = text.rfind(kLibraryProj4End);
   if (end != std::string::npos) text = text.substr(0, end);
+  // The library names the oblique stereographic "stere" unless its WKT says
+  // "Double_Stereographic" or "Oblique_Stereographic"; its engine is the
+  // double stereographic throughout, which proj calls "sterea" ("stere" is
+  // another method there).
+  const std::string stere = "+proj=stere ";
+  if (d.code == CKvMapProjData::eStereographic && text.rfind(stere, 0) == 0)
+    text = "+proj=sterea " + text.substr(stere.size());
   std::istringstream entries(text);
   std::string entry;
   text.clear();

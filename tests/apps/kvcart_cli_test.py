@@ -520,6 +520,25 @@ class KvcartSideBySideTest(KvcartTest):
         self.assertIn("Linear unit:     - (coordinates in degrees)\n", geo)
         self.assertIn("Proj4:           +proj=longlat +a=6378137 +b=6356752.31424518 +units=m "
                       "+no_defs\n", geo)
+        # An oblique stereographic named "Stereographic": its engine is the
+        # double stereographic, proj's sterea (echo 5.5 52.3 | cs2cs
+        # +proj=longlat +ellps=bessel +to +proj=sterea +lat_0=52.15616055555555
+        # +lon_0=5.38763888888889 +k=0.9999079 +x_0=155000 +y_0=463000
+        # +ellps=bessel -f %.4f gives 162663.4144 479007.8956).
+        stereo = (
+            'PROJCS["RD",GEOGCS["Amersfoort",DATUM["D",SPHEROID["Bessel 1841",6377397.155,'
+            '299.1528128]],PRIMEM["Greenwich",0],UNIT["Degree",0.017453292519943295]],'
+            'PROJECTION["Stereographic"],PARAMETER["Latitude_Of_Origin",52.15616055555555],'
+            'PARAMETER["Central_Meridian",5.38763888888889],PARAMETER["Scale_Factor",0.9999079],'
+            'PARAMETER["False_Easting",155000],PARAMETER["False_Northing",463000],'
+            'UNIT["Meter",1]]')
+        d = json.loads(self.run_kvcart("info", "--json", stereo).stdout)
+        self.assertTrue(d["proj4"].startswith("+proj=sterea "), d["proj4"])
+        self.assertTrue(d["proj4_library"].startswith("+proj=stere "), d["proj4_library"])
+        for system in (stereo, d["proj4"]):
+            r = self.convert("+proj=longlat +ellps=bessel", system, "5.5 52.3\n", "--precision",
+                             "4")
+            self.assertEqual(r.stdout, "162663.4144 479007.8956\n", r.stderr)
         local = self.run_kvcart("info", "NON-UTM").stdout
         self.assertIn("Proj4:           - (a local system is not georeferenced)\n", local)
         # A WKT with the northing first, in US survey feet.
